@@ -1,0 +1,260 @@
+#include "KESImageWnd.h"
+
+#include "ImageLayer.h"
+#include "MainWindow.h"
+#include "eventthread.h"
+#include "imagectrlscene.h"
+#include "imagectrlview.h"
+
+#include <QWidget>
+
+namespace {
+
+ImageCtrlView* viewOf(CMainWindow* window)
+{
+    return window->GetImageCtrlView();
+}
+
+ImageLayer* imageLayerOf(CMainWindow* window)
+{
+    return window->GetImageCtrlView()->GetImageCtrlScene()->GetImageLayer();
+}
+
+} // namespace
+
+KESImageWnd::KESImageWnd(QObject* parent)
+    : QObject(parent)
+    , m_mainWindow(nullptr)
+{
+}
+
+KESImageWnd::~KESImageWnd()
+{
+    QObject::setParent(nullptr);
+    QObject::disconnect(this, nullptr, nullptr, nullptr);
+    if (m_mainWindow)
+        destory();
+}
+
+long KESImageWnd::create(qlonglong parentWndHandle, int left, int top, int right, int bottom)
+{
+    if (m_mainWindow)
+        return -1;
+    // A handle of 0 makes a top-level window.
+    auto* window = new CMainWindow(reinterpret_cast<QWidget*>(parentWndHandle));
+    window->create(0, true, true);
+    window->setGeometry(left, top, right - left, bottom - top);
+    window->setFrameStyle(QFrame::Panel | QFrame::Raised);
+    // No window-type bits: a child stays a child; a top-level window stays on
+    // top. setWindowFlags hides the widget, hence the show() below.
+    window->setWindowFlags(Qt::WindowStaysOnTopHint);
+    connectWindow(window);
+    connect(window, &QObject::destroyed, this, [this] { m_mainWindow = nullptr; });
+    window->show();
+    m_mainWindow = window;
+    return 0;
+}
+
+long KESImageWnd::create(qlonglong parentWndHandle)
+{
+    if (parentWndHandle == 0)
+        return -1;
+    QWidget* parent = qobject_cast<QWidget*>(reinterpret_cast<QObject*>(parentWndHandle));
+    if (!parent)
+        return -1;
+    const QRect bounds = parent->geometry();
+    return create(parentWndHandle, 0, 0, bounds.width(), bounds.height());
+}
+
+void KESImageWnd::connectWindow(CMainWindow* window)
+{
+    ImageCtrlScene* scene = viewOf(window)->GetImageCtrlScene();
+    EventThread* relay = scene->GetEventThread();
+    // The window's address is the id that registered callbacks receive.
+    relay->setCurrentMainWindowID(reinterpret_cast<long long>(window));
+
+    connect(window, SIGNAL(mouseClicked(double, double)), this, SIGNAL(mouseClicked(double, double)));
+    connect(window, &CMainWindow::mouseMove, this, &KESImageWnd::mouseMove);
+    connect(window, &CMainWindow::imgInfo, this, &KESImageWnd::imgInfo);
+    connect(window, SIGNAL(mouseButtonDown(long)), this, SIGNAL(mouseButtonDown(long)));
+    connect(window, SIGNAL(mouseButtonUp(long)), this, SIGNAL(mouseButtonUp(long)));
+    connect(window, SIGNAL(buttonClicked(long)), this, SIGNAL(buttonClicked(long)));
+    connect(relay, SIGNAL(shapeMoved(long)), this, SIGNAL(shapeMoved(long)));
+    connect(relay, SIGNAL(shapeResized(long)), this, SIGNAL(shapeResized(long)));
+    connect(relay, SIGNAL(shapeClicked(long)), this, SIGNAL(shapeClicked(long)));
+    connect(scene, SIGNAL(mouseDoubleClick()), this, SIGNAL(mouseDoubleClick()));
+    connect(window, SIGNAL(floatBtnClicked(bool)), this, SIGNAL(floatBtnClicked(bool)));
+    connect(window, SIGNAL(intoBtnClicked(bool)), this, SIGNAL(intoBtnClicked(bool)));
+}
+
+long KESImageWnd::setParentWnd(qlonglong parentWndHandle)
+{
+    if (!m_mainWindow)
+        return -1;
+    auto* parent = reinterpret_cast<QWidget*>(parentWndHandle);
+    m_mainWindow->setParent(parent);
+    const QRect bounds = parent ? parent->geometry() : QRect();
+    m_mainWindow->setGeometry(0, 0, bounds.width(), bounds.height());
+    m_mainWindow->show();
+    return 0;
+}
+
+long KESImageWnd::destory()
+{
+    // These two happen also without a window: the host's own connections to
+    // the facade go too, and must be made again after the next create.
+    QObject::setParent(nullptr);
+    QObject::disconnect(this, nullptr, nullptr, nullptr);
+    if (!m_mainWindow)
+        return -1;
+    CMainWindow* window = m_mainWindow;
+    QObject::disconnect(window, nullptr, nullptr, nullptr);
+    window->QWidget::setParent(nullptr);
+    window->toDestroy(true, true);
+    delete window;
+    m_mainWindow = nullptr;
+    return 0;
+}
+
+long KESImageWnd::move(int left, int top, int right, int bottom)
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->setGeometry(left, top, right - left, bottom - top);
+    return 0;
+}
+
+void KESImageWnd::setViewRect(int x, int y, int w, int h)
+{
+    if (!m_mainWindow)
+        return;
+    viewOf(m_mainWindow)->setSceneRect(double(x), double(y), double(w), double(h));
+}
+
+long KESImageWnd::setBackground(QImage& image)
+{
+    if (!m_mainWindow || image.width() < 1 || image.height() < 1)
+        return -1;
+    m_mainWindow->setIsVorImg(false);
+    return viewOf(m_mainWindow)->DisplayImage(image);
+}
+
+long KESImageWnd::setBackground(VorImage& image)
+{
+    if (!m_mainWindow || image.Width() < 1 || image.Height() < 1)
+        return -1;
+    m_mainWindow->setIsVorImg(true);
+    return viewOf(m_mainWindow)->DisplayImage(&image);
+}
+
+long KESImageWnd::getBackground(QImage* image)
+{
+    if (!m_mainWindow || !image)
+        return -1;
+    QImage* shown = imageLayerOf(m_mainWindow)->GetQImage();
+    if (shown->isNull())
+        return -1;
+    *image = shown->copy();
+    if (image->width() == 0 || image->height() == 0)
+        return -1;
+    return 0;
+}
+
+long KESImageWnd::getBackground(VorImage* image)
+{
+    if (!m_mainWindow || !image)
+        return -1;
+    VorImage* stored = imageLayerOf(m_mainWindow)->GetVorImage();
+    if (!stored)
+        return -1;
+    *image = *stored;
+    return IsValidVorImage(image) ? 0 : -1;
+}
+
+long KESImageWnd::clearBackground()
+{
+    if (!m_mainWindow)
+        return -1;
+    imageLayerOf(m_mainWindow)->ClearVorImage();
+    return 0;
+}
+
+long KESImageWnd::repaint()
+{
+    if (!m_mainWindow)
+        return -1;
+    emit m_mainWindow->sendRepaint();
+    return 0;
+}
+
+long KESImageWnd::zoom(double scaleValue)
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->Zoom(float(scaleValue));
+    return 0;
+}
+
+long KESImageWnd::getZoomRatio(double* scale)
+{
+    if (!m_mainWindow || !scale)
+        return -1;
+    *scale = viewOf(m_mainWindow)->GetImageCtrlScene()->getScale();
+    return 0;
+}
+
+long KESImageWnd::zoomIn()
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->OnZoomInPushButtonClicked(false);
+    return 0;
+}
+
+long KESImageWnd::zoomOut()
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->OnZoomOutPushButtonClicked(false);
+    return 0;
+}
+
+long KESImageWnd::zoomFitWnd()
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->OnZoomFitPushButtonClicked(false);
+    return 0;
+}
+
+long KESImageWnd::zoomReset()
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->OnZoomOrgPushButtonClicked(false);
+    return 0;
+}
+
+bool KESImageWnd::showStatusbar(bool bVisible)
+{
+    if (!m_mainWindow)
+        return false;
+    m_mainWindow->setVisible(CMainWindow::WF_STATUSBAR, bVisible);
+    return true;
+}
+
+bool KESImageWnd::showScrollbar(bool bVisible)
+{
+    if (!m_mainWindow)
+        return false;
+    m_mainWindow->setVisible(CMainWindow::WF_SCROLLBAR, bVisible);
+    return true;
+}
+
+long KESImageWnd::enablePixelVisible(bool visible)
+{
+    if (!m_mainWindow)
+        return -1;
+    viewOf(m_mainWindow)->enablePixelVisible(visible);
+    return 0;
+}

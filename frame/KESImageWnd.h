@@ -1,0 +1,108 @@
+#pragma once
+
+// The one header a host includes: the facade KESImageWnd, and with it every
+// data type its calls use and the window's common definitions.
+
+#include "IVorOverlay.h"
+#include "VORMV.h"
+#include "VorFont.h"
+#include "VorImage.h"
+#include "VorOverlay.h"
+#include "VorOverlayPath.h"
+#include "VorPoint.h"
+#include "VorPointArray.h"
+#include "VorROI.h"
+#include "VorRegion.h"
+#include "VorVar.h"
+#include "datainterface.h"
+#include "geometryhelpers.h"
+#include "imageconversion.h"
+#include "vorimagewnd_global.h"
+
+#include <QImage>
+#include <QObject>
+
+class CMainWindow;
+
+// The image window as a host sees it. Build it, call create() with a widget of
+// your own (its address as a qlonglong), and talk to it through calls and
+// signals; call destory() before you delete that widget. Calls return 0 on
+// success and -1 when there is no window or the call is refused; bool calls
+// return false without a window. Coordinates in signals are image pixels.
+// All calls are for the GUI thread, except repaint(), which is for a worker.
+class KESIMAGEWND_EXPORT KESImageWnd : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum Layer {
+        LAYER_IMAGE = 0,
+        LAYER_SHAPE = 1,
+        LAYER_FORE = 2
+    };
+    Q_ENUM(Layer)
+
+    explicit KESImageWnd(QObject* parent = nullptr);
+    ~KESImageWnd() override;
+
+    long getZoomRatio(double* scale);
+
+    // The window, for code that needs to reach past the facade.
+    CMainWindow* mainWindow() const { return m_mainWindow; }
+
+public slots:
+    long create(qlonglong parentWndHandle, int left, int top, int right, int bottom);
+    long create(qlonglong parentWndHandle);
+    long setParentWnd(qlonglong parentWndHandle);
+    long destory();
+    long move(int left, int top, int right, int bottom);
+    void setViewRect(int x, int y, int w, int h);
+
+    long setBackground(QImage& image);
+    long setBackground(VorImage& image);
+    long getBackground(QImage* image);
+    long getBackground(VorImage* image);
+    long clearBackground();
+    // For a worker thread: returns once the window has painted. Never call it
+    // on the GUI thread: the call would wait on itself.
+    long repaint();
+
+    long zoom(double scaleValue);
+    long zoomIn();
+    long zoomOut();
+    long zoomFitWnd();
+    long zoomReset();
+
+    bool showStatusbar(bool bVisible);
+    bool showScrollbar(bool bVisible);
+
+    long enablePixelVisible(bool visible);
+
+signals:
+    void mouseMove(double pointX, double pointY);
+    void imgInfo(double pointX, double pointY, int r, int g, int b, float scale);
+    void mouseButtonDown(long indexButton);
+    void mouseButtonUp(long indexButton);
+    void shapeResized(long id);
+    void shapeMoved(long id);
+    void shapeClicked(long id);
+    void buttonClicked(long indexButton);
+    void floatBtnClicked(bool checked);
+    void intoBtnClicked(bool checked);
+    void mouseDoubleClick();
+    void mouseClicked(double pointX, double pointY);
+    // Declared and never emitted; a host hears of a left press only by
+    // mouseClicked at the release.
+    void sigMousePress(double pointX, double pointY);
+    void sigMouseRelease(double pointX, double pointY);
+    void sigMouseRightPress(double pointX, double pointY);
+    void sigMouseRightRelease(double pointX, double pointY);
+    void sigMouseRightMoveRelease(double pointX, double pointY);
+    // An input: a host emits it to select the shape of that id.
+    void selectShape(qlonglong id);
+
+private:
+    void connectWindow(CMainWindow* window);
+
+    CMainWindow* m_mainWindow;
+};

@@ -1,0 +1,6 @@
+#include "buttontoolbar.h"
+
+ButtonToolbar::ButtonToolbar(QWidget* parent)
+    : QLabel(parent)
+{
+}

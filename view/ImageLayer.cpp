@@ -1,0 +1,303 @@
+#include "ImageLayer.h"
+
+#include "datainterface.h"
+#include "imageconversion.h"
+#include "imagectrlscene.h"
+
+#include "VorImage.h"
+
+#include <QGraphicsView>
+#include <QMatrix>
+#include <QMutexLocker>
+#include <QPainter>
+
+#include <cmath>
+
+namespace {
+
+// The single-precision tolerance of the fit, as a double: 9.999999974752427e-07.
+const double kFitTolerance = double(0.000001f);
+
+// The smaller ratio wins; within the tolerance the width ratio is preferred.
+double fitRatio(double rw, double rh)
+{
+    return rw - rh > kFitTolerance ? rh : rw;
+}
+
+} // namespace
+
+ImageLayer::ImageLayer(ImageCtrlScene* scene)
+    : m_scene(scene)
+    , m_zoomModel(VOR_ZOOM_FIT)
+    , m_vorImage(nullptr)
+    , m_isVorImg(true)
+    , m_paintImageKey(0)
+{
+}
+
+// The stored VorImage copy is not freed here: the layer hands it out by pointer
+// (GetVorImage) and the host may still read it while the window goes down.
+ImageLayer::~ImageLayer() = default;
+
+bool ImageLayer::LoadVorImage(QImage& image)
+{
+    QMutexLocker lock(&m_imageMutex);
+    m_pendingImages.clear();
+    if (image.isNull())
+        return false;
+    m_pendingImages.append(image);
+    return true;
+}
+
+bool ImageLayer::LoadVorImage(VorImage* image)
+{
+    QMutexLocker lock(&m_imageMutex);
+    m_pendingImages.clear();
+    if (!m_vorImage)
+        m_vorImage = new VorImage;
+    if (image)
+        *m_vorImage = *image;
+    else
+        *m_vorImage = VorImage();
+    if (!IsValidVorImage(m_vorImage))
+        return false;
+    if (m_zoomModel == VOR_ZOOM_FIT)
+        m_scene->setScale(GetFitImageScaledValue());
+    m_pendingImages.append(VorImageToQImage(m_vorImage));
+    return true;
+}
+
+QImage ImageLayer::VorImageToQImage(VorImage* image)
+{
+    return ConvertVorImageToQImage(image);
+}
+
+void ImageLayer::QImageToKesImage(const QImage& image, VorImage* target)
+{
+    ConvertQImageToVorImage(image, target);
+}
+
+double ImageLayer::applyScale(double scale, double viewWidth, double viewHeight, bool fitToView)
+{
+    m_scene->setSceneRect(QRectF(m_image.rect()));
+    if (!m_scene->views().isEmpty())
+        m_scene->views().at(0)->setSceneRect(m_scene->sceneRect());
+    if (fitToView) {
+        // No zero test on this path: a picture of no size gives an infinite or
+        // undefined ratio, and the scale takes it as it is.
+        const double rw = viewWidth / double(m_image.width());
+        const double rh = viewHeight / double(m_image.height());
+        scale = fitRatio(rw, rh);
+        m_scene->setScale(scale);
+    }
+    return scale;
+}
+
+void ImageLayer::setViewMatrix(double scale)
+{
+    // The matrix takes the computed scale, not the stored one; the two differ
+    // only for a scale not above 0, which the scene stores as 1.0.
+    QMatrix matrix;
+    matrix.scale(scale, scale);
+    matrix.rotate(0.0);
+    if (!m_scene->views().isEmpty())
+        m_scene->views().at(0)->setMatrix(matrix, false);
+}
+
+void ImageLayer::Update(bool takeQueued)
+{
+    m_imageMutex.lock();
+    if (takeQueued && m_pendingImages.isEmpty()) {
+        m_imageMutex.unlock();
+        return;
+    }
+    const double scale = m_scene->getScale();
+    double viewWidth = 0.0;
+    double viewHeight = 0.0;
+    m_scene->getViewSize(viewWidth, viewHeight);
+    if (takeQueued)
+        m_image = m_pendingImages.takeFirst();
+    const double matrixScale = applyScale(scale, viewWidth, viewHeight, m_zoomModel == VOR_ZOOM_FIT);
+    if (takeQueued) {
+        // A queued picture is taken over with the matrix set under the lock.
+        setViewMatrix(matrixScale);
+        m_imageMutex.unlock();
+    } else {
+        m_imageMutex.unlock();
+        setViewMatrix(matrixScale);
+    }
+}
+
+void ImageLayer::show()
+{
+    m_scene->update(QRectF());
+}
+
+const QImage& ImageLayer::paintableImage()
+{
+    if (m_image.format() != QImage::Format_Indexed8)
+        return m_image;
+    if (m_paintImageKey != m_image.cacheKey() || m_paintImage.isNull()) {
+        m_paintImage = m_image.convertToFormat(QImage::Format_RGB32);
+        m_paintImageKey = m_image.cacheKey();
+    }
+    return m_paintImage;
+}
+
+void ImageLayer::drawBackground(QPainter* painter, const QRectF& exposed)
+{
+    QMutexLocker lock(&m_imageMutex);
+    const QRectF rect(0, 0, m_image.width(), m_image.height());
+    if (rect.width() <= 0 || rect.height() <= 0)
+        return;
+    // Only the exposed part is drawn; no smoothing, so magnified pixels stay
+    // sharp squares.
+    painter->drawImage(exposed, paintableImage(), exposed);
+}
+
+float ImageLayer::GetFitImageScaledValue() const
+{
+    double viewWidth = 0.0;
+    double viewHeight = 0.0;
+    m_scene->getViewSize(viewWidth, viewHeight);
+    double width = 0.0;
+    double height = 0.0;
+    if (m_isVorImg) {
+        if (!m_vorImage)
+            return 1.0f;
+        width = m_vorImage->Width();
+        height = m_vorImage->Height();
+    } else {
+        width = m_image.width();
+        height = m_image.height();
+        if (width == 0.0 || height == 0.0)
+            return 1.0f;
+    }
+    return float(fitRatio(viewWidth / width, viewHeight / height));
+}
+
+void ImageLayer::GetPixel(QPointF point, double* r, double* g, double* b) const
+{
+    // The test rounds and the read truncates: x = width - 0.4 rounds to width and
+    // lies outside, x = -0.4 rounds to 0 and reads column 0.
+    bool inside = std::isfinite(point.x()) && std::isfinite(point.y())
+                  && std::fabs(point.x()) < 1e9 && std::fabs(point.y()) < 1e9
+                  && m_image.rect().contains(point.toPoint(), false);
+    double red = 153.0, green = 153.0, blue = 153.0;
+    if (inside) {
+        const QColor colour(m_image.pixel(int(point.x()), int(point.y())));
+        red = colour.red();
+        green = colour.green();
+        blue = colour.blue();
+    }
+    if (r)
+        *r = red;
+    if (g)
+        *g = green;
+    if (b)
+        *b = blue;
+}
+
+void ImageLayer::ClearVorImage()
+{
+    {
+        QMutexLocker lock(&m_imageMutex);
+        delete m_vorImage;
+        m_vorImage = nullptr;
+        // A one-pixel picture in the unchanged scene rectangle; its pixel is
+        // transparent black.
+        m_image = QImage(1, 1, QImage::Format_ARGB32);
+        m_image.fill(0);
+    }
+    show();
+}
+
+void ImageLayer::SetZoomModel(VOR_ZOOM_MODEL model)
+{
+    m_zoomModel = model;
+}
+
+VOR_ZOOM_MODEL ImageLayer::GetZoomModel() const
+{
+    return m_zoomModel;
+}
+
+VorImage* ImageLayer::GetVorImage() const
+{
+    return m_vorImage;
+}
+
+QImage* ImageLayer::GetQImage()
+{
+    return &m_image;
+}
+
+void ImageLayer::setIsVorImg(bool isVorImg)
+{
+    m_isVorImg = isVorImg;
+}
+
+bool ImageLayer::isVorImg() const
+{
+    return m_isVorImg;
+}
+
+int ImageLayer::pendingCount()
+{
+    QMutexLocker lock(&m_imageMutex);
+    return m_pendingImages.size();
+}
+
+void ImageLayer::drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& end, int cellWidth, int cellHeight,
+                                  QPoint& first)
+{
+    QList<QRect> rects;
+    QList<QString> texts;
+    {
+        QMutexLocker lock(&m_imageMutex);
+        const int width = m_image.width();
+        const int height = m_image.height();
+        const QImage::Format format = m_image.format();
+        int bytesPerPixel = 0;
+        switch (format) {
+        case QImage::Format_Indexed8: bytesPerPixel = 1; break;
+        case QImage::Format_RGB32:
+        case QImage::Format_ARGB32: bytesPerPixel = 4; break;
+        case QImage::Format_RGB888: bytesPerPixel = 3; break;
+        default: break;
+        }
+        // Cells of no size would never step forward.
+        if (bytesPerPixel == 0 || cellWidth <= 0 || cellHeight <= 0)
+            return;
+
+        for (qint64 row = first.y(), y = start.y(); y < end.y() && row < height; ++row, y += cellHeight) {
+            // A picture smaller than the viewport starts at a negative row or
+            // column: those cells hold no pixel and get no label.
+            if (row < 0)
+                continue;
+            const uchar* line = m_image.constScanLine(int(row));
+            for (qint64 column = first.x(), x = start.x(); x < end.x() && column < width; ++column, x += cellWidth) {
+                if (column < 0)
+                    continue;
+                const uchar* p = line + column * bytesPerPixel;
+                QString text;
+                if (bytesPerPixel == 1) {
+                    text = "gray: " + QString::number(p[0]);
+                } else if (bytesPerPixel == 4) {
+                    // In memory order b0 is blue on a little-endian machine: "r:"
+                    // shows blue and "b:" blue plus 2. Kept as hosts know it.
+                    text = "r: " + QString::number(p[0]) + "\ng: " + QString::number(p[1]) + "\nb: "
+                           + QString::number(p[0] + 2);
+                } else {
+                    text = "r: " + QString("%1").arg(p[0], 3, 10, QChar('0')) + "\ng: "
+                           + QString("%1").arg(p[1], 3, 10, QChar('0')) + "\nb: "
+                           + QString("%1").arg(p[2], 3, 10, QChar('0'));
+                }
+                rects.append(QRect(int(x), int(y), cellWidth, cellHeight));
+                texts.append(text);
+            }
+        }
+    }
+    for (int i = 0; i < rects.size(); ++i)
+        painter->drawText(rects[i], Qt::AlignCenter, texts[i]);
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QMutex>
+#include <QPointF>
+#include <QRectF>
+
+class ImageCtrlScene;
+class QPainter;
+class VorImage;
+
+// What the last zoom step was. Only VOR_ZOOM_FIT changes behaviour: a new
+// picture is then fitted to the view; the other three keep the scale.
+enum VOR_ZOOM_MODEL {
+    VOR_ZOOM_IN = 0,
+    VOR_ZOOM_OUT = 1,
+    VOR_ZOOM_FIT = 2,
+    VOR_ZOOM_ORG = 3
+};
+
+// The bottom layer of the scene: it keeps the picture on show, turns VorImage
+// data into a QImage, paints the picture into the scene background and works
+// out the scale that fits the picture to the view. A picture passes from the
+// stored VorImage copy through a queue of at most one converted QImage to the
+// QImage on show; m_imageMutex guards all three against a worker thread.
+class ImageLayer
+{
+public:
+    explicit ImageLayer(ImageCtrlScene* scene);
+    ~ImageLayer();
+
+    ImageLayer(const ImageLayer&) = delete;
+    ImageLayer& operator=(const ImageLayer&) = delete;
+
+    // Queue a shared copy of a QImage; false for a null image.
+    bool LoadVorImage(QImage& image);
+    // Store a copy of a VorImage, convert it and queue the result; false, with
+    // the invalid copy stored, when the picture has no width or height.
+    bool LoadVorImage(VorImage* image);
+
+    QImage VorImageToQImage(VorImage* image);
+    void QImageToKesImage(const QImage& image, VorImage* target);
+
+    // true: take over a queued picture; false: re-apply the current one.
+    void Update(bool takeQueued);
+    void show();
+    void drawBackground(QPainter* painter, const QRectF& exposed);
+
+    float GetFitImageScaledValue() const;
+    // Colour at a scene point; 153 on all channels outside the picture.
+    void GetPixel(QPointF point, double* r, double* g, double* b) const;
+    void ClearVorImage();
+
+    void SetZoomModel(VOR_ZOOM_MODEL model);
+    VOR_ZOOM_MODEL GetZoomModel() const;
+    VorImage* GetVorImage() const;
+    QImage* GetQImage();
+    void setIsVorImg(bool isVorImg);
+    bool isVorImg() const;
+
+    // Pixel value labels: one cell per image pixel from first, stepping by
+    // whole cells from start to end, in viewport pixels.
+    void drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& end, int cellWidth, int cellHeight,
+                          QPoint& first);
+
+    // Pictures waiting for Update(true); at most one.
+    int pendingCount();
+
+private:
+    double applyScale(double scale, double viewWidth, double viewHeight, bool fitToView);
+    void setViewMatrix(double scale);
+    const QImage& paintableImage();
+
+    ImageCtrlScene* m_scene;
+    VOR_ZOOM_MODEL m_zoomModel;
+    QImage m_image;
+    VorImage* m_vorImage;
+    mutable QMutex m_imageMutex;
+    QList<QImage> m_pendingImages;
+    bool m_isVorImg;
+
+    // What painting blits: m_image itself, or for an indexed picture a 32-bit
+    // copy made once per picture, so that a paint does not convert the whole
+    // picture again. Readers of pixels keep seeing m_image in its own format.
+    QImage m_paintImage;
+    qint64 m_paintImageKey;
+};
