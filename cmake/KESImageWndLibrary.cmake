@@ -27,6 +27,36 @@ set(KES_SOURCES
     view/qimagectrlscrollbar.h
     view/qimagectrlscrollbar.cpp
 
+    shapes/odshape.h
+    shapes/odshape.cpp
+    shapes/odrect1.h
+    shapes/odrect1.cpp
+    shapes/searchline.h
+    shapes/searchline.cpp
+    shapes/handleitempaint.h
+    shapes/handleitempaint.cpp
+    shapes/GraphicsHandleItem.h
+    shapes/GraphicsHandleItem.cpp
+    shapes/Rect1HandleItem.h
+    shapes/Rect1HandleItem.cpp
+    shapes/Rect2HandleItem.h
+    shapes/Rect2HandleItem.cpp
+    shapes/CircleHandleItem.h
+    shapes/CircleHandleItem.cpp
+
+    tools/odshapetool.h
+    tools/odshapetool.cpp
+    tools/oddrawtool.h
+    tools/odselecttool.h
+    tools/odselecttool.cpp
+    tools/odshapetoolmanage.h
+    tools/odshapetoolmanage.cpp
+
+    layers/odshapelayer.h
+    layers/odshapelayer.cpp
+    layers/ShapeLayer.h
+    layers/ShapeLayer.cpp
+
     furniture/buttontoolbar.h
     furniture/buttontoolbar.cpp
     furniture/statusbar.h

@@ -1,5 +1,7 @@
 #include "geometryhelpers.h"
 
+#include "numericguards.h"
+
 #include <QImage>
 
 #include <climits>
@@ -9,19 +11,6 @@ namespace {
 
 // The pi of the shapes: part of their results, not an approximation to fix.
 constexpr float kPi = 3.141592f;
-
-// int(value) with truncation toward zero, saturated where the plain cast would
-// be undefined; NaN counts as 0.
-int truncateToInt(double value)
-{
-    if (std::isnan(value))
-        return 0;
-    if (value >= double(INT_MAX))
-        return INT_MAX;
-    if (value <= double(INT_MIN))
-        return INT_MIN;
-    return int(value);
-}
 
 } // namespace
 
@@ -52,7 +41,7 @@ float CalculateAngle(QPointF a, QPointF b)
     const float d = Distance(a, b);
     // Everything within one pixel of the same height is level; this test comes
     // first, so two equal points never reach the division.
-    const int dy = truncateToInt(a.y() - b.y());
+    const int dy = TruncateToInt(a.y() - b.y());
     if (dy == 0)
         return a.x() >= b.x() ? 0.0f : 180.0f;
 

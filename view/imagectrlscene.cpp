@@ -1,26 +1,56 @@
 #include "imagectrlscene.h"
 
 #include "ImageLayer.h"
+#include "ShapeLayer.h"
 #include "eventthread.h"
+#include "geometryhelpers.h"
+#include "odshapetoolmanage.h"
 
 #include <QGraphicsSceneMouseEvent>
+#include <QPainter>
+
+#include <cmath>
+
+namespace {
+
+constexpr float kPi = 3.141592f;
+
+} // namespace
 
 ImageCtrlScene::ImageCtrlScene(QObject* parent)
     : QGraphicsScene(parent)
     , m_view(nullptr)
     , m_imageLayer(nullptr)
+    , m_activeLayer(nullptr)
+    , m_staticActiveLayer(nullptr)
     , m_scale(1.0)
     , m_viewWidth(0.0f)
     , m_viewHeight(0.0f)
     , m_eventThread(new EventThread(nullptr))
+    , m_penColor(0, 0, 255, 255)
+    , m_brushColor(0, 255, 0, 0)
+    , m_lineWidth(1.0f)
+    , m_enableMoveROI(true)
+    , m_enableMoveOverlay(true)
+    , m_enableMoveStaticOverlay(true)
+    , m_crossSize(5)
+    , m_drawMode(DM_SELECT)
+    , m_isOverlay(false)
+    , m_isStaticOverlay(false)
 {
+    m_font.setFamily("Times");
+    m_font.setPointSize(18);
     update(QRectF());
 }
 
+// The static layer and any layer added by CreateLayers(int) stay: only the
+// list of them goes.
 ImageCtrlScene::~ImageCtrlScene()
 {
     delete m_imageLayer;
     m_imageLayer = nullptr;
+    delete m_activeLayer;
+    m_activeLayer = nullptr;
     delete m_eventThread;
     m_eventThread = nullptr;
 }
@@ -60,11 +90,175 @@ void ImageCtrlScene::getViewSize(double& width, double& height) const
 void ImageCtrlScene::CreateLayers()
 {
     m_imageLayer = new ImageLayer(this);
+    m_activeLayer = new ShaperLayer(this, 0);
+    m_staticActiveLayer = new ShaperLayer(this, 0);
+    m_shaperLayers.append(m_activeLayer);
+    m_shaperLayers.append(m_staticActiveLayer);
+}
+
+void ImageCtrlScene::CreateLayers(int count)
+{
+    for (int i = 1; i < count; ++i)
+        m_shaperLayers.append(new ShaperLayer(this, i));
+}
+
+int ImageCtrlScene::GetLayerCount()
+{
+    return m_shaperLayers.size();
+}
+
+QList<ShaperLayer*> ImageCtrlScene::getShaperLayperList() const
+{
+    return m_shaperLayers;
 }
 
 ImageLayer* ImageCtrlScene::GetImageLayer() const
 {
     return m_imageLayer;
+}
+
+ShaperLayer* ImageCtrlScene::GetActiveLayer() const
+{
+    return m_activeLayer;
+}
+
+ShaperLayer* ImageCtrlScene::GetStaticActiveLayer() const
+{
+    return m_staticActiveLayer;
+}
+
+void ImageCtrlScene::setPenColor(QColor color)
+{
+    m_penColor = color;
+}
+
+QColor ImageCtrlScene::getPenColor() const
+{
+    return m_penColor;
+}
+
+void ImageCtrlScene::setBrushColor(QColor color)
+{
+    m_brushColor = color;
+}
+
+QColor ImageCtrlScene::getBrushColor() const
+{
+    return m_brushColor;
+}
+
+void ImageCtrlScene::setLineWidth(float width)
+{
+    m_lineWidth = width;
+}
+
+float ImageCtrlScene::getLineWidth() const
+{
+    return m_lineWidth;
+}
+
+void ImageCtrlScene::setCrossSize(int size)
+{
+    m_crossSize = size;
+}
+
+int ImageCtrlScene::getCrossSize()
+{
+    return m_crossSize;
+}
+
+void ImageCtrlScene::setFont(QFont font)
+{
+    m_font = font;
+}
+
+QFont ImageCtrlScene::getFont()
+{
+    return m_font;
+}
+
+void ImageCtrlScene::enableMoveROI(bool enable)
+{
+    m_enableMoveROI = enable;
+}
+
+bool ImageCtrlScene::isEnableMoveROI() const
+{
+    return m_enableMoveROI;
+}
+
+void ImageCtrlScene::enableMoveOverlay(bool enable)
+{
+    m_enableMoveOverlay = enable;
+}
+
+bool ImageCtrlScene::isEnableMoveOverlay() const
+{
+    return m_enableMoveOverlay;
+}
+
+void ImageCtrlScene::enableMoveStaticOverlay(bool enable)
+{
+    m_enableMoveStaticOverlay = enable;
+}
+
+bool ImageCtrlScene::isEnableMoveStaticOverlay() const
+{
+    return m_enableMoveStaticOverlay;
+}
+
+void ImageCtrlScene::SetDrawMode(DrawMode mode)
+{
+    if (mode == DM_SELECT)
+        m_isOverlay = false;
+    m_drawMode = mode;
+    update(QRectF());
+}
+
+DrawMode ImageCtrlScene::GetDrawMode() const
+{
+    return m_drawMode;
+}
+
+void ImageCtrlScene::setIsOverlay(bool isOverlay)
+{
+    m_isOverlay = isOverlay;
+}
+
+bool ImageCtrlScene::isOverlay() const
+{
+    return m_isOverlay;
+}
+
+void ImageCtrlScene::setIsStaticOverlay(bool isStaticOverlay)
+{
+    m_isStaticOverlay = isStaticOverlay;
+}
+
+bool ImageCtrlScene::isStaticOverlay()
+{
+    return m_isStaticOverlay;
+}
+
+void ImageCtrlScene::setRegionBackGroudImage(QImage image)
+{
+    m_regionBackground = QPixmap::fromImage(image);
+}
+
+void ImageCtrlScene::drawBackgroundRegion(QPainter* painter, const QRectF&)
+{
+    painter->save();
+    if (m_regionBackground.width() != 0)
+        painter->drawPixmap(QRect(0, 0, m_regionBackground.width(), m_regionBackground.height()),
+                            m_regionBackground);
+    painter->restore();
+}
+
+QPointF ImageCtrlScene::GetPoint(double x, double y, float length, float angle)
+{
+    const float a = ConvertAngle(angle);
+    const float radians = a * kPi / 180.0f;
+    return QPointF(x + double(length * std::cos(radians)), y - double(length * std::sin(radians)));
 }
 
 EventThread* ImageCtrlScene::GetEventThread() const
@@ -79,24 +273,43 @@ void ImageCtrlScene::drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& 
         m_imageLayer->drawDisplayPixel(painter, start, end, cellWidth, cellHeight, first);
 }
 
+bool ImageCtrlScene::routesToTools(QGraphicsSceneMouseEvent* event) const
+{
+    // The right button belongs to the view's panning. A move has no button, so
+    // moves reach the tools even during a pan.
+    return !(event->button() & Qt::RightButton) && m_activeLayer;
+}
+
 void ImageCtrlScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
 {
+    if (routesToTools(event))
+        ODShapeToolManage::GetODShapeToolManage()->mousePressEvent(this, event);
     QGraphicsScene::mousePressEvent(event);
 }
 
 void ImageCtrlScene::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
 {
+    if (routesToTools(event))
+        ODShapeToolManage::GetODShapeToolManage()->mouseMoveEvent(this, event);
     QGraphicsScene::mouseMoveEvent(event);
 }
 
 void ImageCtrlScene::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
 {
+    if (!routesToTools(event)) {
+        QGraphicsScene::mouseReleaseEvent(event);
+        return;
+    }
+    ODShapeToolManage::GetODShapeToolManage()->mouseReleaseEvent(this, event);
     QGraphicsScene::mouseReleaseEvent(event);
     update(QRectF());
 }
 
 void ImageCtrlScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
 {
+    // No button test here: a right double click reaches the tool too.
+    if (m_activeLayer)
+        ODShapeToolManage::GetODShapeToolManage()->mouseDoubleClickEvent(this, event);
     QGraphicsScene::mouseDoubleClickEvent(event);
     emit mouseDoubleClick();
 }

@@ -1,14 +1,23 @@
 #pragma once
 
+#include "vorimagewnd_global.h"
+
+#include <QColor>
+#include <QFont>
 #include <QGraphicsScene>
+#include <QList>
+#include <QPixmap>
 #include <QPoint>
 
 class EventThread;
 class ImageCtrlView;
 class ImageLayer;
+class ShaperLayer;
 
 // The scene of the window, less a container of items than a hub: it holds the
-// layers, the current scale and view size, and the event relay. Scene
+// layers, the current scale and view size, the event relay, the settings that
+// new shapes take their look from, and the current draw mode, which picks the
+// tool that every mouse event but the right button's goes to. Scene
 // coordinates are image pixels; zoom lives only in the view's matrix.
 class ImageCtrlScene : public QGraphicsScene
 {
@@ -27,10 +36,51 @@ public:
     void setViewSize(float width, float height);
     void getViewSize(double& width, double& height) const;
 
-    // Creates the layers; until then the layer accessors give null.
+    // Creates the image layer and the active and static shape layers; until
+    // then the layer accessors give null.
     void CreateLayers();
+    // Appends shape layers with the indexes 1 .. count - 1.
+    void CreateLayers(int count);
+    int GetLayerCount();
+    QList<ShaperLayer*> getShaperLayperList() const;
     ImageLayer* GetImageLayer() const;
+    ShaperLayer* GetActiveLayer() const;
+    ShaperLayer* GetStaticActiveLayer() const;
     EventThread* GetEventThread() const;
+
+    // The look of new shapes.
+    void setPenColor(QColor color);
+    QColor getPenColor() const;
+    void setBrushColor(QColor color);
+    QColor getBrushColor() const;
+    void setLineWidth(float width);
+    float getLineWidth() const;
+    void setCrossSize(int size);
+    int getCrossSize();
+    void setFont(QFont font);
+    QFont getFont();
+
+    // Stored and returned only: moving is governed by the shape layer's flag.
+    void enableMoveROI(bool enable);
+    bool isEnableMoveROI() const;
+    void enableMoveOverlay(bool enable);
+    bool isEnableMoveOverlay() const;
+    void enableMoveStaticOverlay(bool enable);
+    bool isEnableMoveStaticOverlay() const;
+
+    // DM_SELECT also ends overlay mode; other modes leave it to the caller.
+    void SetDrawMode(DrawMode mode);
+    DrawMode GetDrawMode() const;
+    void setIsOverlay(bool isOverlay);
+    bool isOverlay() const;
+    void setIsStaticOverlay(bool isStaticOverlay);
+    bool isStaticOverlay();
+
+    void setRegionBackGroudImage(QImage image);
+    void drawBackgroundRegion(QPainter* painter, const QRectF& rect);
+    // The point at length and angle (degrees, counter-clockwise on the screen)
+    // from (x, y), in single precision.
+    QPointF GetPoint(double x, double y, float length, float angle);
 
     void drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& end, int cellWidth, int cellHeight,
                           QPoint& first);
@@ -48,10 +98,28 @@ protected:
     void drawBackground(QPainter* painter, const QRectF& rect) override;
 
 private:
+    bool routesToTools(QGraphicsSceneMouseEvent* event) const;
+
     ImageCtrlView* m_view;
     ImageLayer* m_imageLayer;
+    ShaperLayer* m_activeLayer;
+    ShaperLayer* m_staticActiveLayer;
     double m_scale;
     float m_viewWidth;
     float m_viewHeight;
     EventThread* m_eventThread;
+
+    QColor m_penColor;
+    QColor m_brushColor;
+    float m_lineWidth;
+    bool m_enableMoveROI;
+    bool m_enableMoveOverlay;
+    bool m_enableMoveStaticOverlay;
+    int m_crossSize;
+    QFont m_font;
+    QList<ShaperLayer*> m_shaperLayers;
+    QPixmap m_regionBackground;
+    DrawMode m_drawMode;
+    bool m_isOverlay;
+    bool m_isStaticOverlay;
 };

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QList>
+#include <QPointF>
+#include <QVector>
+
+class ImageCtrlScene;
+class ODShape;
+
+// The list-keeper under every editable shape: it owns the shapes of one layer,
+// remembers which of them show their handles, asks them to repaint, and
+// answers which shapes lie at a point. Selection and hit order is the order of
+// insertion, oldest first, whatever the z order; a handle beats a body.
+class ODShapeLayer
+{
+public:
+    explicit ODShapeLayer(ImageCtrlScene* scene);
+    // Destroys the two lists only: shapes are freed by clearShape().
+    virtual ~ODShapeLayer();
+
+    ODShapeLayer(const ODShapeLayer&) = delete;
+    ODShapeLayer& operator=(const ODShapeLayer&) = delete;
+
+    // Takes ownership; marks the shape as an overlay when the scene is in
+    // overlay mode. No repaint.
+    virtual void addShape(ODShape* shape);
+    // Appends to the selected list (duplicates allowed) and makes the shape the
+    // select tool's current shape.
+    virtual void addSelectedShape(ODShape* shape);
+    virtual void moveSelectedShape(QPointF delta) const;
+    // Deletes the shape; false for null or a shape not in this layer. The
+    // selected list is not touched.
+    virtual bool removeShape(ODShape* shape);
+    virtual bool removeShape(long id);
+    virtual void clearShape();
+    virtual void clearSelectedShape();
+    virtual void Update();
+    virtual void Show(bool withHandles);
+    virtual void ShowHandlePath();
+    virtual void ShowShapePath();
+    virtual ODShape* GetShapeAtPoint(QPointF const& point);
+    virtual QList<ODShape*> GetShapeListAtPoint(QPointF const& point);
+
+    bool removeSelectedShape(ODShape* shape);
+    bool removeSelectedShape(long id);
+    // Empties the select tool's current shape; the layer's lists stay.
+    void clearCurrentShape();
+    void enableMoveShape(bool enable);
+    bool isEnableMoveShape();
+    // Also drops the current selection, whichever value is given.
+    void enableSelectShape(bool enable);
+    bool isEnableSelectShape();
+
+    const QVector<ODShape*>& shapes() const { return m_shapes; }
+    const QVector<ODShape*>& selectedShapes() const { return m_selectedShapes; }
+    ImageCtrlScene* scene() const { return m_scene; }
+
+protected:
+    void updateScene();
+
+    ImageCtrlScene* m_scene;
+    QVector<ODShape*> m_shapes;
+    QVector<ODShape*> m_selectedShapes;
+    bool m_enableMove;
+    bool m_enableSelect;
+};

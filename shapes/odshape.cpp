@@ -1,0 +1,140 @@
+#include "odshape.h"
+
+#include "numericguards.h"
+
+#include <QCursor>
+#include <QGraphicsPathItem>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QPainterPath>
+
+long ODShape::s_ID = 0;
+
+ODShape::ODShape(QGraphicsScene* scene, DrawMode mode)
+    : m_id(s_ID++)
+    , m_drawMode(mode)
+    , m_lineWidth(1.0f)
+    , m_offsetX(0.0f)
+    , m_offsetY(0.0f)
+    , m_scale(1.0f)
+    , m_handleItem(nullptr)
+    , m_scene(scene)
+    , m_isVisiblehandleMark(false)
+    , m_shaperLayer(nullptr)
+    , m_visible(true)
+    , m_movable(true)
+    , m_selectble(true)
+    , m_overlay(false)
+{
+    m_pen.setWidth(0);
+}
+
+// The handle item is deleted here; the subclasses delete their display items.
+ODShape::~ODShape()
+{
+    deleteItems({m_handleItem});
+    m_handleItem = nullptr;
+}
+
+void ODShape::deleteItems(std::initializer_list<QGraphicsItem*> items)
+{
+    for (QGraphicsItem* item : items) {
+        if (!item)
+            continue;
+        if (item->scene())
+            item->scene()->removeItem(item);
+        delete item;
+    }
+}
+
+void ODShape::SetOffset(float x, float y)
+{
+    m_offsetX = x;
+    m_offsetY = y;
+}
+
+void ODShape::GetOffset(float& x, float& y) const
+{
+    x = m_offsetX;
+    y = m_offsetY;
+}
+
+void ODShape::ShowHandle()
+{
+    m_isVisiblehandleMark = true;
+    UpdateHandles();
+    if (!m_handleItem)
+        return;
+    QPainterPath path;
+    for (int i = 0; i < m_handles.size(); ++i)
+        path.addRect(m_handles.value(i));
+    QPen pen;
+    pen.setWidth(0);
+    pen.setColor(m_penColor);
+    m_handleItem->setPen(pen);
+    m_handleItem->setPath(path);
+}
+
+void ODShape::HideHandle()
+{
+    m_isVisiblehandleMark = false;
+    if (m_handleItem)
+        m_handleItem->setPath(QPainterPath());
+}
+
+int ODShape::HitTest(QPointF, bool)
+{
+    return 0;
+}
+
+void ODShape::AdjustParameter()
+{
+    UpdateHandles();
+}
+
+void ODShape::setHandleCursor(QPointF)
+{
+    if (m_scene && !m_scene->views().isEmpty())
+        m_scene->views().at(0)->setCursor(Qt::ArrowCursor);
+}
+
+float ODShape::handleScale() const
+{
+    const float inverse = 1.0f / m_scale;
+    return inverse > 1.0f ? inverse : 1.0f;
+}
+
+QRectF ODShape::MakeElpHandle(const QPointF& p) const
+{
+    const float s = handleScale();
+    return QRectF(p.x() - 3 * s, p.y() - 3 * s, 6 * s, 6 * s);
+}
+
+int ODShape::hitHandle(const QPointF& point) const
+{
+    for (int i = 0; i < m_handles.size(); ++i) {
+        if (m_handles.value(i).contains(point))
+            return i + 1;
+    }
+    return 0;
+}
+
+const QPen& ODShape::currentPen()
+{
+    // A width from 0 to just under 1 truncates to 0, the cosmetic pen.
+    m_pen.setColor(m_penColor);
+    m_pen.setWidth(qMax(0, TruncateToInt(m_lineWidth)));
+    return m_pen;
+}
+
+void ODShape::setViewportCursor(QPointF point, const QVector<Qt::CursorShape>& cursorByNumber)
+{
+    if (!m_scene || m_scene->views().isEmpty())
+        return;
+    int number = 0;
+    if (m_isVisiblehandleMark)
+        number = hitHandle(point);
+    const Qt::CursorShape shape = number > 0 && number < cursorByNumber.size() ? cursorByNumber[number]
+                                                                                : Qt::ArrowCursor;
+    m_scene->views().at(0)->viewport()->setCursor(shape);
+}
