@@ -61,6 +61,12 @@ set(KES_SOURCES
     furniture/buttontoolbar.cpp
     furniture/statusbar.h
     furniture/statusbar.cpp
+    furniture/FloatAreaWidget.h
+    furniture/FloatAreaWidget.cpp
+    furniture/ui_FloatAreaWidget.h
+    furniture/ui_FloatAreaWidget.cpp
+
+    res/res.qrc
 )
 
 add_library(KESImageWnd SHARED ${KES_PUBLIC_HEADERS} ${KES_SOURCES})

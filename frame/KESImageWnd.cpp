@@ -258,3 +258,108 @@ long KESImageWnd::enablePixelVisible(bool visible)
     viewOf(m_mainWindow)->enablePixelVisible(visible);
     return 0;
 }
+
+long KESImageWnd::showToolbutton(long index, bool visable)
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->setToolbarVisible(index, visable);
+    return 0;
+}
+
+long KESImageWnd::showToolbar(bool bVisible)
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->showToolbar(bVisible);
+    return 0;
+}
+
+long KESImageWnd::screenshot(const char* filePath)
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->GrabWindow(filePath);
+    return 0;
+}
+
+long KESImageWnd::screenshot(VorImage* image)
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->GrabWindow(image);
+    return 0;
+}
+
+long KESImageWnd::setCrossLineInfo(QString info)
+{
+    if (!m_mainWindow)
+        return -1;
+    viewOf(m_mainWindow)->setCrossLineInfo(info);
+    return 0;
+}
+
+long KESImageWnd::getCrossLineInfo(QString& info)
+{
+    if (!m_mainWindow)
+        return -1;
+    viewOf(m_mainWindow)->getCrossLineInfo(info);
+    return 0;
+}
+
+long KESImageWnd::setGridLineInfo(QString info)
+{
+    if (!m_mainWindow)
+        return -1;
+    viewOf(m_mainWindow)->setGridLineInfo(info);
+    return 0;
+}
+
+long KESImageWnd::getGridLineInfo(QString& info)
+{
+    if (!m_mainWindow)
+        return -1;
+    viewOf(m_mainWindow)->getGridLineInfo(info);
+    return 0;
+}
+
+void KESImageWnd::SetFloatFlag(bool isFloat)
+{
+    if (m_mainWindow)
+        m_mainWindow->SetFloatFlag(isFloat);
+}
+
+bool KESImageWnd::isFloat()
+{
+    return m_mainWindow ? m_mainWindow->isFloat() : false;
+}
+
+void KESImageWnd::SetFloatAreaVisible(bool visible)
+{
+    if (m_mainWindow)
+        m_mainWindow->SetFloatAreaVisible(visible);
+}
+
+void KESImageWnd::SetIntoBtnVisible(bool visible)
+{
+    if (m_mainWindow)
+        m_mainWindow->SetIntoBtnVisible(visible);
+}
+
+void KESImageWnd::SetFloatTipText(QString text)
+{
+    if (m_mainWindow)
+        m_mainWindow->SetFloatTipText(text);
+}
+
+void KESImageWnd::setNum(QString numStr)
+{
+    if (m_mainWindow)
+        viewOf(m_mainWindow)->SetNum(numStr);
+}
+
+void KESImageWnd::setNumVisible(bool visible)
+{
+    if (m_mainWindow)
+        viewOf(m_mainWindow)->SetNumVisible(visible);
+}

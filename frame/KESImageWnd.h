@@ -78,6 +78,35 @@ public slots:
 
     long enablePixelVisible(bool visible);
 
+    // The tool bar. The index is a flag word of button bits, more than one bit
+    // allowed; showToolbar switches all of them.
+    long showToolbutton(long index, bool visable);
+    long showToolbar(bool bVisible);
+
+    // Screenshots of what the view shows of the picture: to a file (the suffix
+    // names the format, JPEG without one) or into a VorImage of four channels.
+    // They need a VorImage background; with a window the result is 0.
+    long screenshot(const char* filePath);
+    long screenshot(VorImage* image);
+
+    // The cross-line and grid reticles as JSON texts; 0 also for text that
+    // cannot be used.
+    long setCrossLineInfo(QString info);
+    long getCrossLineInfo(QString& info);
+    long setGridLineInfo(QString info);
+    long getGridLineInfo(QString& info);
+
+    // The floating area over the picture, for hosts without the tool bar, and
+    // the round number label at the same place. Floating itself is the host's
+    // business: the flag is only kept for it.
+    void SetFloatFlag(bool isFloat);
+    bool isFloat();
+    void SetFloatAreaVisible(bool visible = false);
+    void SetIntoBtnVisible(bool visible = false);
+    void SetFloatTipText(QString text);
+    void setNum(QString numStr);
+    void setNumVisible(bool visible = false);
+
 signals:
     void mouseMove(double pointX, double pointY);
     void imgInfo(double pointX, double pointY, int r, int g, int b, float scale);

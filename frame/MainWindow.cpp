@@ -6,8 +6,17 @@
 #include "eventthread.h"
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
+#include "numericguards.h"
 #include "statusbar.h"
 
+#include "ShapeLayer.h"
+#include "imageconversion.h"
+#include "odshapetoolmanage.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPixmap>
 #include <QResizeEvent>
 #include <QTimer>
 
@@ -62,7 +71,7 @@ void CMainWindow::create(unsigned long long, bool, bool)
 void CMainWindow::createButtonToolbar()
 {
     m_toolbar = new ButtonToolbar(this);
-    m_toolbar->setFrameStyle(QFrame::Panel | QFrame::Raised);
+    m_toolbar->create(0, true, true);
 }
 
 void CMainWindow::createView()
@@ -82,6 +91,35 @@ void CMainWindow::createStatusbar()
 
 void CMainWindow::connectSigs()
 {
+    // The tool bar first: clicks, then presses, then releases, each in the
+    // order of the stems.
+    static const char* const clickStems[] = {"LoadImage", "ZoomIn",     "ZoomOut",     "ZoomFit",     "ZoomOrg",
+                                             "DrawLine",  "DrawRect",   "DrawRect2",   "DrawEllipse", "DrawCircle",
+                                             "DrawAnnular", "DrawPolygon", "DrawAnyline", "DrawAnyCloseline",
+                                             "DrawPoint"};
+    for (const char* stem : clickStems) {
+        // The closed free line's slot has its words the other way round.
+        const QByteArray slotStem = qstrcmp(stem, "DrawAnyCloseline") == 0 ? "DrawCloseAnyline" : stem;
+        connect(m_toolbar, QByteArray("2") + stem + "PushButtonClicked(bool)", this,
+                QByteArray("1On") + slotStem + "PushButtonClicked(bool)");
+    }
+    static const char* const pressStems[] = {"LoadImage", "ZoomIn",   "ZoomOut",   "ZoomFit",     "ZoomOrg",
+                                             "DrawLine",  "DrawRect", "DrawRect2", "DrawEllipse", "DrawCircle",
+                                             "DrawAnnular", "DrawPolygon", "DrawAnyline", "DrawPoint"};
+    for (const char* stem : pressStems)
+        connect(m_toolbar, QByteArray("2") + stem + "PushButtonPressed()", this,
+                QByteArray("1On") + stem + "PushButtonPressed()");
+    for (const char* stem : pressStems) {
+        // In the ellipse's place its press is connected a second time: a press
+        // on the ellipse button goes out twice and its release not at all.
+        if (qstrcmp(stem, "DrawEllipse") == 0) {
+            connect(m_toolbar, SIGNAL(DrawEllipsePushButtonPressed()), this, SLOT(OnDrawEllipsePushButtonPressed()));
+            continue;
+        }
+        connect(m_toolbar, QByteArray("2") + stem + "PushButtonReleased()", this,
+                QByteArray("1On") + stem + "PushButtonReleased()");
+    }
+
     connect(m_imageView, SIGNAL(ZoomInPushButtonClicked(bool)), this, SLOT(OnZoomInPushButtonClicked(bool)));
     connect(m_imageView, SIGNAL(ZoomOutPushButtonClicked(bool)), this, SLOT(OnZoomOutPushButtonClicked(bool)));
     connect(m_imageView, SIGNAL(ZoomFitPushButtonClicked(bool)), this, SLOT(OnZoomFitPushButtonClicked(bool)));
@@ -106,6 +144,7 @@ void CMainWindow::connectSigs()
 void CMainWindow::toDestroy(bool, bool)
 {
     if (m_toolbar) {
+        m_toolbar->destroy(true, true);
         m_toolbar->setParent(nullptr);
         delete m_toolbar;
         m_toolbar = nullptr;
@@ -244,6 +283,149 @@ void CMainWindow::clickZoomButton(int button)
     emit buttonClicked(button);
 }
 
+void CMainWindow::showToolbar(bool visible)
+{
+    setToolbarVisible(long(0xFFFE0000L), visible);
+}
+
+void CMainWindow::applyToolbarFlag(long pushButtonFlag, bool isVisible)
+{
+    // The buttons in the order of their numbers, but 9 before 8 and 12 before 11.
+    static const int order[] = {0, 1, 2, 3, 4, 5, 6, 7, 9, 8, 10, 12, 11};
+    for (int button : order) {
+        if ((pushButtonFlag & ButtonToolbar::flagBit(button)) && m_toolbar)
+            m_toolbar->SetVisible(ButtonToolbar::PUSHBUTTON(button), isVisible);
+    }
+    // All bits change, those without a button too.
+    const int bits = int(pushButtonFlag);
+    m_pushButtonFlag = isVisible ? (m_pushButtonFlag | bits) : (m_pushButtonFlag & ~bits);
+}
+
+void CMainWindow::setToolbarVisible(long pushButtonFlag, bool isVisible)
+{
+    applyToolbarFlag(pushButtonFlag, isVisible);
+    setVisible(WF_TOOLBAR, m_pushButtonFlag != 0);
+}
+
+void CMainWindow::setInnerToolbarVisible(int pushButtonFlag, bool isVisible)
+{
+    applyToolbarFlag(long(unsigned(pushButtonFlag)), isVisible);
+    setInnerVisible(WF_TOOLBAR, m_pushButtonFlag != 0);
+}
+
+void CMainWindow::SelectDrawROIMode(DrawMode mode)
+{
+    ImageCtrlScene* scene = m_imageView->GetImageCtrlScene();
+    ImageLayer* layer = scene->GetImageLayer();
+    m_imageView->setLimitMousePos(true);
+    if (IsValidVorImage(layer->GetVorImage()) || !layer->isVorImg()) {
+        scene->GetActiveLayer()->clearCurrentShape();
+        scene->GetActiveLayer()->clearSelectedShape();
+        scene->SetDrawMode(mode);
+    }
+}
+
+void CMainWindow::clickDrawButton(int button, DrawMode mode)
+{
+    // The mode is chosen before the host hears of the click.
+    SelectDrawROIMode(mode);
+    m_imageView->GetImageCtrlScene()->GetEventThread()->sendButtonClick(ButtonToolbar::PUSHBUTTON(button));
+    emit buttonClicked(button);
+}
+
+void CMainWindow::OnLoadImagePushButtonClicked(bool)
+{
+    if (m_lastDir.isEmpty())
+        m_lastDir = QDir::rootPath();
+    const QString file = QFileDialog::getOpenFileName(this, tr("Open File"), m_lastDir, tr("Image (*.png *.bmp *.jpg)"));
+    if (file.isEmpty())
+        return;
+    m_lastDir = QFileInfo(file).dir().path();
+    // The component reads no file: the host hears the click and sets the
+    // background itself. The layer's VorImage becomes empty meanwhile.
+    VorImage empty;
+    m_imageView->DisplayImage(&empty);
+    m_imageView->RefreshLayers();
+    m_imageView->GetImageCtrlScene()->GetEventThread()->sendButtonClick(ButtonToolbar::PB_LOAD_IMAGE);
+    emit buttonClicked(ButtonToolbar::PB_LOAD_IMAGE);
+}
+
+void CMainWindow::OnDrawLinePushButtonClicked(bool)
+{
+    clickDrawButton(ButtonToolbar::PB_DRAW_LINE, DM_LINE);
+}
+
+void CMainWindow::OnDrawRectPushButtonClicked(bool)
+{
+    clickDrawButton(ButtonToolbar::PB_DRAW_RECT, DM_RECT1);
+}
+
+void CMainWindow::OnDrawRect2PushButtonClicked(bool)
+{
+    clickDrawButton(ButtonToolbar::PB_DRAW_RECT2, DM_RECT2);
+}
+
+void CMainWindow::OnDrawEllipsePushButtonClicked(bool)
+{
+    clickDrawButton(ButtonToolbar::PB_DRAW_ELLIPSE, DM_ELLIPSE);
+}
+
+void CMainWindow::OnDrawCirclePushButtonClicked(bool)
+{
+    clickDrawButton(ButtonToolbar::PB_DRAW_CIRCLE, DM_CIRCLE);
+}
+
+void CMainWindow::OnDrawAnnularPushButtonClicked(bool)
+{
+    clickDrawButton(ButtonToolbar::PB_DRAW_ANNULAR, DM_ANNULAR);
+}
+
+void CMainWindow::OnDrawPolygonPushButtonClicked(bool)
+{
+    // Here the polygon tool starts its corners over once it joins the tool
+    // list; its row is still empty.
+    clickDrawButton(ButtonToolbar::PB_DRAW_POLYGON, DM_POLYGON);
+}
+
+void CMainWindow::OnDrawPointPushButtonClicked(bool)
+{
+    clickDrawButton(ButtonToolbar::PB_DRAW_POINT, DM_POINT);
+}
+
+// No button leads to the free lines; their slots take the signals and do nothing.
+void CMainWindow::OnDrawAnylinePushButtonClicked(bool) {}
+void CMainWindow::OnDrawCloseAnylinePushButtonClicked(bool) {}
+void CMainWindow::OnDrawAnylinePushButtonPressed() {}
+void CMainWindow::OnDrawAnylinePushButtonReleased() {}
+
+void CMainWindow::OnLoadImagePushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_LOAD_IMAGE); }
+void CMainWindow::OnZoomInPushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_ZOOM_IN); }
+void CMainWindow::OnZoomOutPushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_ZOOM_OUT); }
+void CMainWindow::OnZoomFitPushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_ZOOM_FIT); }
+void CMainWindow::OnZoomOrgPushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_ZOOM_ORG); }
+void CMainWindow::OnDrawLinePushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_DRAW_LINE); }
+void CMainWindow::OnDrawRectPushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_DRAW_RECT); }
+void CMainWindow::OnDrawRect2PushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_DRAW_RECT2); }
+void CMainWindow::OnDrawEllipsePushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_DRAW_ELLIPSE); }
+void CMainWindow::OnDrawCirclePushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_DRAW_CIRCLE); }
+void CMainWindow::OnDrawAnnularPushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_DRAW_ANNULAR); }
+void CMainWindow::OnDrawPolygonPushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_DRAW_POLYGON); }
+void CMainWindow::OnDrawPointPushButtonPressed() { emit mouseButtonDown(ButtonToolbar::PB_DRAW_POINT); }
+
+void CMainWindow::OnLoadImagePushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_LOAD_IMAGE); }
+void CMainWindow::OnZoomInPushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_ZOOM_IN); }
+void CMainWindow::OnZoomOutPushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_ZOOM_OUT); }
+void CMainWindow::OnZoomFitPushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_ZOOM_FIT); }
+void CMainWindow::OnZoomOrgPushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_ZOOM_ORG); }
+void CMainWindow::OnDrawLinePushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_DRAW_LINE); }
+void CMainWindow::OnDrawRectPushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_DRAW_RECT); }
+void CMainWindow::OnDrawRect2PushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_DRAW_RECT2); }
+void CMainWindow::OnDrawEllipsePushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_DRAW_ELLIPSE); }
+void CMainWindow::OnDrawCirclePushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_DRAW_CIRCLE); }
+void CMainWindow::OnDrawAnnularPushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_DRAW_ANNULAR); }
+void CMainWindow::OnDrawPolygonPushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_DRAW_POLYGON); }
+void CMainWindow::OnDrawPointPushButtonReleased() { emit mouseButtonUp(ButtonToolbar::PB_DRAW_POINT); }
+
 void CMainWindow::OnZoomInPushButtonClicked(bool)
 {
     clickZoomButton(ButtonToolbar::PB_ZOOM_IN);
@@ -353,6 +535,69 @@ void CMainWindow::resizeEvent(QResizeEvent* event)
     if (m_statusbar)
         m_statusbar->setGeometry(0, rect().bottom() - kStatusbarHeight, w, kStatusbarHeight);
     setInnerVisible(m_widgetFlag, true);
-    // The tool bar is on while any push-button bit is set.
-    setInnerVisible(WF_TOOLBAR, m_pushButtonFlag != 0);
+    setInnerToolbarVisible(m_pushButtonFlag, true);
+}
+
+QRect CMainWindow::grabRect() const
+{
+    const float scale = float(m_imageView->GetImageCtrlScene()->getScale());
+    VorImage* image = m_imageView->GetImageCtrlScene()->GetImageLayer()->GetVorImage();
+    const int iw = TruncateToInt(float(image->Width()) * scale);
+    const int ih = TruncateToInt(float(image->Height()) * scale);
+    const int vw = m_imageView->width();
+    const int vh = m_imageView->height();
+    // A picture smaller than the view is cut out of the centre, where the view
+    // shows it; a larger one gives the whole view, scroll bars included.
+    const int x = iw < vw ? (vw - iw) / 2 : 0;
+    const int y = ih < vh ? (vh - ih) / 2 : 0;
+    return QRect(x, y, iw < vw ? iw : vw, ih < vh ? ih : vh);
+}
+
+long CMainWindow::GrabWindow(const char* fileName) const
+{
+    if (!IsValidVorImage(m_imageView->GetImageCtrlScene()->GetImageLayer()->GetVorImage()))
+        return -1;
+    const QString name = QString(fileName);
+    const QPixmap pixmap = m_imageView->grab(grabRect());
+    // The result of save is not looked at.
+    if (QFileInfo(name).suffix().isEmpty())
+        pixmap.save(name, "JPG");
+    else
+        pixmap.save(name);
+    return 0;
+}
+
+long CMainWindow::GrabWindow(VorImage* image) const
+{
+    ImageLayer* layer = m_imageView->GetImageCtrlScene()->GetImageLayer();
+    if (!IsValidVorImage(layer->GetVorImage()))
+        return -1;
+    const QImage grabbed = m_imageView->grab(grabRect()).toImage();
+    layer->QImageToKesImage(grabbed, image);
+    return 0;
+}
+
+void CMainWindow::SetFloatFlag(bool isFloat)
+{
+    m_imageView->SetFloatFlag(isFloat);
+}
+
+bool CMainWindow::isFloat() const
+{
+    return m_imageView->isFloat();
+}
+
+void CMainWindow::SetFloatAreaVisible(bool visible)
+{
+    m_imageView->SetFloatAreaVisible(visible);
+}
+
+void CMainWindow::SetIntoBtnVisible(bool visible)
+{
+    m_imageView->SetIntoBtnVisible(visible);
+}
+
+void CMainWindow::SetFloatTipText(QString text)
+{
+    m_imageView->SetFloatTipText(text);
 }

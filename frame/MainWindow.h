@@ -54,6 +54,31 @@ public:
 
     void setWidgetParent(bool isWidgetParent);
     bool isWidgetParent() const;
+    // The folder of the last file chosen in the open dialog.
+    QString lastDir() const { return m_lastDir; }
+
+    // Shows or hides the buttons of the bits set in the flag word, then keeps
+    // the bar on while any bit of the word is on. The inner form lays out
+    // without touching the scroll bars.
+    void setToolbarVisible(long pushButtonFlag, bool isVisible);
+    void setInnerToolbarVisible(int pushButtonFlag, bool isVisible);
+    // A draw button's mode: the mouse limit goes on, and with a picture (or in
+    // QImage mode) the selection is dropped and the mode set.
+    void SelectDrawROIMode(DrawMode mode);
+
+    // Saves what the view shows of the picture, at the current zoom with all
+    // that lies on it: to a file (JPEG without a suffix) or into a VorImage.
+    // -1 without a valid VorImage background.
+    Q_SLOT long GrabWindow(const char* fileName) const;
+    Q_SLOT long GrabWindow(VorImage* image) const;
+    // The rectangle of the view that holds the picture, in view pixels.
+    QRect grabRect() const;
+
+    void SetFloatFlag(bool isFloat);
+    bool isFloat() const;
+    void SetFloatAreaVisible(bool visible);
+    void SetIntoBtnVisible(bool visible);
+    void SetFloatTipText(QString text);
 
 public slots:
     void Zoom(float scale);
@@ -64,10 +89,53 @@ public slots:
     void setBackground(qlonglong image);
     void clearBackground();
 
+    void showToolbar(bool visible);
+
+    void OnLoadImagePushButtonClicked(bool checked = false);
     void OnZoomInPushButtonClicked(bool checked = false);
     void OnZoomOutPushButtonClicked(bool checked = false);
     void OnZoomFitPushButtonClicked(bool checked = false);
     void OnZoomOrgPushButtonClicked(bool checked = false);
+    void OnDrawLinePushButtonClicked(bool checked = false);
+    void OnDrawRectPushButtonClicked(bool checked = false);
+    void OnDrawRect2PushButtonClicked(bool checked = false);
+    void OnDrawEllipsePushButtonClicked(bool checked = false);
+    void OnDrawCirclePushButtonClicked(bool checked = false);
+    void OnDrawAnnularPushButtonClicked(bool checked = false);
+    void OnDrawPolygonPushButtonClicked(bool checked = false);
+    void OnDrawAnylinePushButtonClicked(bool checked = false);
+    void OnDrawCloseAnylinePushButtonClicked(bool checked = false);
+    void OnDrawPointPushButtonClicked(bool checked = false);
+
+    void OnLoadImagePushButtonPressed();
+    void OnZoomInPushButtonPressed();
+    void OnZoomOutPushButtonPressed();
+    void OnZoomFitPushButtonPressed();
+    void OnZoomOrgPushButtonPressed();
+    void OnDrawLinePushButtonPressed();
+    void OnDrawRectPushButtonPressed();
+    void OnDrawRect2PushButtonPressed();
+    void OnDrawEllipsePushButtonPressed();
+    void OnDrawCirclePushButtonPressed();
+    void OnDrawAnnularPushButtonPressed();
+    void OnDrawPolygonPushButtonPressed();
+    void OnDrawAnylinePushButtonPressed();
+    void OnDrawPointPushButtonPressed();
+
+    void OnLoadImagePushButtonReleased();
+    void OnZoomInPushButtonReleased();
+    void OnZoomOutPushButtonReleased();
+    void OnZoomFitPushButtonReleased();
+    void OnZoomOrgPushButtonReleased();
+    void OnDrawLinePushButtonReleased();
+    void OnDrawRectPushButtonReleased();
+    void OnDrawRect2PushButtonReleased();
+    void OnDrawEllipsePushButtonReleased();
+    void OnDrawCirclePushButtonReleased();
+    void OnDrawAnnularPushButtonReleased();
+    void OnDrawPolygonPushButtonReleased();
+    void OnDrawAnylinePushButtonReleased();
+    void OnDrawPointPushButtonReleased();
 
     void OnUpdateMousePosition(QPointF pos);
     void onMouseClicked(QPointF pos);
@@ -122,7 +190,9 @@ private:
     void createStatusbar();
     void connectSigs();
     void applyWidgetFlag(int widgetFlag, bool isVisible, bool fromSetVisible);
+    void applyToolbarFlag(long pushButtonFlag, bool isVisible);
     void clickZoomButton(int button);
+    void clickDrawButton(int button, DrawMode mode);
 
     VorImage m_spareImage;
     bool m_spareFlag;

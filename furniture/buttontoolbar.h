@@ -1,10 +1,15 @@
 #pragma once
 
 #include <QLabel>
+#include <QString>
 
-// The row of push buttons at the top of the window. Each button has a fixed
-// number, its PUSHBUTTON value, which is also the indexButton the host hears in
-// mouseButtonDown, mouseButtonUp and buttonClicked.
+class QPushButton;
+
+// The row of 13 push buttons at the top of the window: load, four zoom
+// commands and seven draw commands. Each button has a fixed number, its
+// PUSHBUTTON value, which is also the indexButton the host hears, and a flag
+// bit by which a host shows or hides it. The bar places its buttons by hand:
+// square buttons as high as the bar, from x = 1, closing up over hidden ones.
 class ButtonToolbar : public QLabel
 {
     Q_OBJECT
@@ -27,5 +32,79 @@ public:
     };
     Q_ENUM(PUSHBUTTON)
 
+    static constexpr int kButtonCount = 13;
+
+    // The flag bit of a button in the push-button flag word.
+    static long flagBit(int button);
+    // The resource path of a button's icon.
+    static QString iconPath(int button);
+
     explicit ButtonToolbar(QWidget* parent = nullptr);
+    ~ButtonToolbar() override;
+
+    // The three arguments are ignored.
+    void create(unsigned long long, bool, bool);
+    // The int is ignored; the caller keeps the button.
+    QPushButton* CreateButton(int, QString iconPath);
+    void destroy(bool, bool);
+    void SetVisible(ButtonToolbar::PUSHBUTTON button, bool visible);
+
+    QPushButton* button(int index) const;
+    bool buttonVisible(int index) const;
+
+signals:
+    void LoadImagePushButtonClicked(bool checked = false);
+    void ZoomInPushButtonClicked(bool checked = false);
+    void ZoomOutPushButtonClicked(bool checked = false);
+    void ZoomFitPushButtonClicked(bool checked = false);
+    void ZoomOrgPushButtonClicked(bool checked = false);
+    void DrawLinePushButtonClicked(bool checked = false);
+    void DrawRectPushButtonClicked(bool checked = false);
+    void DrawRect2PushButtonClicked(bool checked = false);
+    void DrawEllipsePushButtonClicked(bool checked = false);
+    void DrawCirclePushButtonClicked(bool checked = false);
+    void DrawAnnularPushButtonClicked(bool checked = false);
+    void DrawPolygonPushButtonClicked(bool checked = false);
+    void DrawAnylinePushButtonClicked(bool checked = false);
+    void DrawAnyCloselinePushButtonClicked(bool checked = false);
+    void DrawPointPushButtonClicked(bool checked = false);
+
+    void LoadImagePushButtonPressed();
+    void ZoomInPushButtonPressed();
+    void ZoomOutPushButtonPressed();
+    void ZoomFitPushButtonPressed();
+    void ZoomOrgPushButtonPressed();
+    void DrawLinePushButtonPressed();
+    void DrawRectPushButtonPressed();
+    void DrawRect2PushButtonPressed();
+    void DrawEllipsePushButtonPressed();
+    void DrawCirclePushButtonPressed();
+    void DrawAnnularPushButtonPressed();
+    void DrawPolygonPushButtonPressed();
+    void DrawAnylinePushButtonPressed();
+    void DrawPointPushButtonPressed();
+
+    void LoadImagePushButtonReleased();
+    void ZoomInPushButtonReleased();
+    void ZoomOutPushButtonReleased();
+    void ZoomFitPushButtonReleased();
+    void ZoomOrgPushButtonReleased();
+    void DrawLinePushButtonReleased();
+    void DrawRectPushButtonReleased();
+    void DrawRect2PushButtonReleased();
+    void DrawEllipsePushButtonReleased();
+    void DrawCirclePushButtonReleased();
+    void DrawAnnularPushButtonReleased();
+    void DrawPolygonPushButtonReleased();
+    void DrawAnylinePushButtonReleased();
+    void DrawPointPushButtonReleased();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void placeButtons();
+
+    QPushButton* m_buttons[kButtonCount];
+    bool m_buttonVisible[kButtonCount];
 };

@@ -1,5 +1,6 @@
 #include "imagectrlview.h"
 
+#include "FloatAreaWidget.h"
 #include "ImageLayer.h"
 #include "datainterface.h"
 #include "eventthread.h"
@@ -9,6 +10,9 @@
 
 #include <QCoreApplication>
 #include <QCursor>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
 #include <QMatrix>
 #include <QMouseEvent>
 #include <QPainter>
@@ -17,12 +21,36 @@
 #include <QWheelEvent>
 #include <QtMath>
 
+#include <climits>
+
 namespace {
 
 constexpr double kZoomStep = 1.25;
 constexpr double kMinimumScale = 0.03;
 // Pixel values are written into the pixels from this scale on.
 constexpr double kPixelLabelScale = 100.0;
+// How near the cross's arms a press grabs it, in viewport pixels.
+constexpr int kCrossArmReach = 6;
+
+// "r,g,b,a" with exactly four parts; a part that is no number counts 0.
+bool colourFromText(const QString& text, QColor* colour)
+{
+    const QStringList parts = text.split(",", QString::KeepEmptyParts, Qt::CaseSensitive);
+    if (parts.size() != 4)
+        return false;
+    *colour = QColor(parts[0].toInt(nullptr, 10), parts[1].toInt(nullptr, 10), parts[2].toInt(nullptr, 10),
+                     parts[3].toInt(nullptr, 10));
+    return true;
+}
+
+QString colourText(const QColor& colour)
+{
+    return QString("%1,%2,%3,%4")
+        .arg(colour.red(), 0, 10, QChar(' '))
+        .arg(colour.green(), 0, 10, QChar(' '))
+        .arg(colour.blue(), 0, 10, QChar(' '))
+        .arg(colour.alpha(), 0, 10, QChar(' '));
+}
 
 } // namespace
 
@@ -35,6 +63,23 @@ ImageCtrlView::ImageCtrlView(QWidget* parent)
     , m_lastPos(0, 0)
     , m_limitMousePos(false)
     , m_pixelVisible(false)
+    , m_crossVisible(false)
+    , m_crossRadius(10)
+    , m_crossMode(false)
+    , m_crossLineWidth(1)
+    , m_crossColor(255, 0, 0, 128)
+    , m_crossEmphasisColor(Qt::red)
+    , m_crossEmphasisLength(20)
+    , m_savedCursor(Qt::ArrowCursor)
+    , m_crossDragging(false)
+    , m_gridVisible(false)
+    , m_gridGap(10)
+    , m_gridColor(Qt::red)
+    , m_gridLineWidth(1)
+    , m_isFloat(false)
+    , m_floatArea(nullptr)
+    , m_numLabel(nullptr)
+    , m_foregroundPainter(nullptr)
 {
     setAcceptDrops(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -44,10 +89,28 @@ ImageCtrlView::ImageCtrlView(QWidget* parent)
     // pan and cursor-anchored zoom are done by hand.
     setRenderHint(QPainter::Antialiasing, true);
     m_imageRect = viewport()->rect();
+    m_crossPoint = QRectF(viewport()->rect()).center().toPoint();
 
     // What paints in viewport pixels must repaint with every scroll.
     connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, [this] { viewport()->update(); });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { viewport()->update(); });
+
+    m_floatArea = new FloatAreaWidget(this);
+    m_numLabel = new QLabel(this);
+    m_numLabel->move(10, 2);
+    m_numLabel->setAlignment(Qt::AlignCenter);
+    m_numLabel->setText("1");
+    m_numLabel->setStyleSheet("min-width: 28px; min-height: 28px;max-width:28px; max-height: 28px;"
+                              "border-radius: 14px;  border:1px solid black;background:grey");
+    m_floatArea->move(10, 2);
+    connect(m_floatArea, SIGNAL(floatBtnClicked(bool)), this, SIGNAL(floatBtnClicked(bool)));
+    connect(m_floatArea, SIGNAL(intoBtnClicked(bool)), this, SIGNAL(intoBtnClicked(bool)));
+    connect(m_floatArea, SIGNAL(zoomInClicked(bool)), this, SIGNAL(ZoomInPushButtonClicked(bool)));
+    connect(m_floatArea, SIGNAL(zoomOutClicked(bool)), this, SIGNAL(ZoomOutPushButtonClicked(bool)));
+    connect(m_floatArea, SIGNAL(adaptClicked(bool)), this, SIGNAL(ZoomFitPushButtonClicked(bool)));
+    connect(m_floatArea, SIGNAL(fitClicked(bool)), this, SIGNAL(ZoomOrgPushButtonClicked(bool)));
+    m_floatArea->hide();
+    m_numLabel->hide();
 }
 
 ImageCtrlView::~ImageCtrlView()
@@ -176,8 +239,10 @@ void ImageCtrlView::updateScene()
 void ImageCtrlView::mousePressEvent(QMouseEvent* event)
 {
     const QPointF sp = mapToScene(event->pos());
-    if (event->button() & Qt::LeftButton)
+    if (event->button() & Qt::LeftButton) {
         emit sigMousePress(sp.x(), sp.y());
+        crossPressTest(event->pos());
+    }
 
     QGraphicsView::mousePressEvent(event);
 
@@ -193,6 +258,16 @@ void ImageCtrlView::mouseMoveEvent(QMouseEvent* event)
 {
     const QPointF sp = mapToScene(event->pos());
     emit updateMousePosition(sp);
+
+    if (m_crossDragging) {
+        m_crossPoint = event->pos();
+        const QRect bounds = viewport()->rect();
+        if (!bounds.contains(m_crossPoint)) {
+            m_crossPoint.setX(qBound(bounds.left(), m_crossPoint.x(), bounds.right()));
+            m_crossPoint.setY(qBound(bounds.top(), m_crossPoint.y(), bounds.bottom()));
+        }
+        viewport()->update();
+    }
 
     if (m_rightDown) {
         setCursor(Qt::ClosedHandCursor);
@@ -234,8 +309,14 @@ void ImageCtrlView::mouseReleaseEvent(QMouseEvent* event)
             emit sigMouseRightRelease(sp.x(), sp.y());
         }
     }
-    if (event->button() & Qt::LeftButton)
+    if (event->button() & Qt::LeftButton) {
         emit sigMouseRelease(sp.x(), sp.y());
+        if (m_crossDragging) {
+            m_crossDragging = false;
+            // Saved from the view, given back to the viewport.
+            viewport()->setCursor(m_savedCursor);
+        }
+    }
 
     QTimer::singleShot(1, this, SLOT(updateScene()));
 }
@@ -318,4 +399,289 @@ void ImageCtrlView::resizeEvent(QResizeEvent* event)
         layer->Update(false);
         layer->show();
     }
+}
+
+void ImageCtrlView::crossPressTest(const QPoint& pos)
+{
+    m_savedCursor = cursor();
+    // In 64 bits: a host may set any radius.
+    const qint64 cx = m_crossPoint.x();
+    const qint64 cy = m_crossPoint.y();
+    const qint64 r = m_crossRadius;
+    // Visible or not, the reticle is grabbed near its centre or its arms.
+    bool nearArm = false;
+    if (qAbs(pos.y() - cy) < kCrossArmReach)
+        nearArm = pos.x() < cx - r || pos.x() > cx + r;
+    else if (qAbs(pos.x() - cx) < kCrossArmReach)
+        nearArm = pos.y() < cy - r || pos.y() > cy + r;
+    const qint64 manhattan = qAbs(pos.x() - cx) + qAbs(pos.y() - cy);
+    if (manhattan <= 2 * r || nearArm) {
+        m_crossDragging = true;
+        viewport()->setCursor(Qt::ClosedHandCursor);
+    }
+}
+
+void ImageCtrlView::setCrossLineInfo(QString info)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(info.toUtf8());
+    if (!document.isObject())
+        return;
+    QJsonObject object = document.object();
+    // The mode has to come before the point.
+    if (!object.value("visible").isUndefined())
+        m_crossVisible = object.value("visible").toBool();
+    if (!object.value("mode").isUndefined())
+        m_crossMode = object.value("mode").toInt() != 0;
+    if (!object.value("color").isUndefined())
+        colourFromText(object.value("color").toString(), &m_crossColor);
+    if (!object.value("emphasisColor").isUndefined()) {
+        // The emphasis colour is read from "color": with both keys it equals the
+        // colour, with "emphasisColor" alone it stays as it was.
+        colourFromText(object["color"].toString(), &m_crossEmphasisColor);
+    }
+    if (!object.value("point").isUndefined()) {
+        const QStringList parts = object.value("point").toString().split(",");
+        if (parts.size() == 2) {
+            const QPoint p(parts[0].toInt(), parts[1].toInt());
+            if (m_crossMode) {
+                m_crossPoint = mapFromScene(QPointF(p));
+            } else {
+                m_crossPoint = p;
+                const QRect bounds = viewport()->rect();
+                if (!bounds.contains(m_crossPoint)) {
+                    m_crossPoint.setX(qBound(bounds.left(), m_crossPoint.x(), bounds.right()));
+                    m_crossPoint.setY(qBound(bounds.top(), m_crossPoint.y(), bounds.bottom()));
+                }
+            }
+        }
+    }
+    if (!object.value("lineWidth").isUndefined())
+        m_crossLineWidth = object.value("lineWidth").toInt();
+    if (!object.value("circleRadius").isUndefined())
+        m_crossRadius = object.value("circleRadius").toInt();
+    if (!object.value("emphasisLength").isUndefined())
+        m_crossEmphasisLength = object.value("emphasisLength").toInt();
+    viewport()->update();
+}
+
+void ImageCtrlView::getCrossLineInfo(QString& info)
+{
+    QJsonObject object;
+    object.insert("visible", m_crossVisible);
+    // Out as a JSON boolean; on the way in a boolean reads as 0.
+    object.insert("mode", m_crossMode);
+    object.insert("color", colourText(m_crossColor));
+    object.insert("emphasisColor", colourText(m_crossEmphasisColor));
+    object.insert("lineWidth", m_crossLineWidth);
+    object.insert("circleRadius", m_crossRadius);
+    object.insert("emphasisLength", m_crossEmphasisLength);
+    const QPoint point = m_crossMode ? mapToScene(m_crossPoint).toPoint() : m_crossPoint;
+    object.insert("point", QString("%1,%2").arg(point.x(), 0, 10, QChar(' ')).arg(point.y(), 0, 10, QChar(' ')));
+    QJsonDocument document;
+    document.setObject(object);
+    info = document.toJson(QJsonDocument::Compact);
+}
+
+void ImageCtrlView::setGridLineInfo(QString info)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(info.toUtf8());
+    if (!document.isObject())
+        return;
+    const QJsonObject object = document.object();
+    if (!object.value("visible").isUndefined())
+        m_gridVisible = object.value("visible").toBool();
+    if (!object.value("color").isUndefined())
+        colourFromText(object.value("color").toString(), &m_gridColor);
+    if (!object.value("lineWidth").isUndefined())
+        m_gridLineWidth = object.value("lineWidth").toInt();
+    if (!object.value("gap").isUndefined())
+        m_gridGap = object.value("gap").toInt();
+    viewport()->update();
+}
+
+void ImageCtrlView::getGridLineInfo(QString& info)
+{
+    QJsonObject object;
+    object.insert("visible", m_gridVisible);
+    object.insert("color", colourText(m_gridColor));
+    object.insert("lineWidth", m_gridLineWidth);
+    object.insert("gap", m_gridGap);
+    info = QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+void ImageCtrlView::drawForeground(QPainter* painter, const QRectF& rect)
+{
+    QGraphicsView::drawForeground(painter, rect);
+    // The toolkit refuses a second painter on the viewport during its paint,
+    // so what follows draws through this one, reset to viewport pixels.
+    m_foregroundPainter = painter;
+    if (m_gridVisible)
+        drawGridLine();
+    if (m_crossVisible)
+        drawCrossLine();
+    m_foregroundPainter = nullptr;
+}
+
+void ImageCtrlView::drawGridLine()
+{
+    if (m_foregroundPainter) {
+        drawGridLine(m_foregroundPainter);
+        return;
+    }
+    QPainter painter(viewport());
+    drawGridLine(&painter);
+}
+
+void ImageCtrlView::drawCrossLine()
+{
+    if (m_foregroundPainter) {
+        drawCrossLine(m_foregroundPainter);
+        return;
+    }
+    QPainter painter(viewport());
+    drawCrossLine(&painter);
+}
+
+void ImageCtrlView::drawGridLine(QPainter* painter)
+{
+    const int gap = m_gridGap;
+    // A gap of 0 or below cannot be stepped: nothing is painted.
+    if (gap <= 0)
+        return;
+    painter->save();
+    painter->resetTransform();
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    QPen pen(m_gridColor);
+    pen.setWidth(m_gridLineWidth);
+    pen.setCosmetic(true);
+    painter->setPen(pen);
+    const QRect r = viewport()->rect();
+    const int x0 = r.left() + (gap - r.left() % gap);
+    const int y0 = r.top() + (gap - r.top() % gap);
+    for (qint64 x = x0; x <= r.right(); x += gap)
+        painter->drawLine(int(x), r.top(), int(x), r.bottom());
+    for (qint64 y = y0; y <= r.bottom(); y += gap)
+        painter->drawLine(r.left(), int(y), r.right(), int(y));
+    painter->restore();
+}
+
+namespace {
+
+// Coordinates beyond this lie far off any screen; lines are cut there so that
+// values a host sets at will cannot overflow.
+constexpr qint64 kFarOff = 1 << 24;
+
+void drawClampedLine(QPainter* painter, qint64 x1, qint64 y1, qint64 x2, qint64 y2)
+{
+    painter->drawLine(int(qBound(-kFarOff, x1, kFarOff)), int(qBound(-kFarOff, y1, kFarOff)),
+                      int(qBound(-kFarOff, x2, kFarOff)), int(qBound(-kFarOff, y2, kFarOff)));
+}
+
+} // namespace
+
+void ImageCtrlView::drawCrossLine(QPainter* painter)
+{
+    painter->save();
+    painter->resetTransform();
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setBrush(Qt::NoBrush);
+
+    QPoint c = m_crossPoint;
+    qint64 left = 0, top = 0, right = 0, bottom = 0;
+    QRect r;
+    if (m_crossMode) {
+        // The reticle stays on the picture as it lies on the screen; the bounded
+        // point is kept.
+        r = mapFromScene(scene()->sceneRect()).boundingRect();
+        c.setX(qBound(r.left(), c.x(), r.right()));
+        c.setY(qBound(r.top(), c.y(), r.bottom()));
+        m_crossPoint = c;
+        left = r.left();
+        right = r.right();
+        top = r.top();
+        bottom = r.bottom();
+    } else {
+        r = viewport()->rect();
+        right = r.width();
+        bottom = r.height();
+    }
+    const qint64 cx = c.x();
+    const qint64 cy = c.y();
+    const qint64 R = m_crossRadius;
+    const qint64 E = m_crossEmphasisLength;
+    const int W = m_crossLineWidth;
+
+    // A radius wider than half the viewport makes the thin arms run backward.
+    QPen thin(QBrush(m_crossColor, Qt::SolidPattern), W, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+    thin.setCosmetic(true);
+    painter->setPen(thin);
+    drawClampedLine(painter, left, cy, cx - R, cy);
+    drawClampedLine(painter, cx + R, cy, right, cy);
+    drawClampedLine(painter, cx, top, cx, cy - R);
+    drawClampedLine(painter, cx, cy + R, cx, bottom);
+
+    // The emphasis colour is kept and reported; the stubs use the line colour.
+    QPen thick(QBrush(m_crossColor, Qt::SolidPattern), W < INT_MAX ? W + 1 : W, Qt::SolidLine, Qt::SquareCap,
+               Qt::BevelJoin);
+    thick.setCosmetic(true);
+    painter->setPen(thick);
+    if (!m_crossMode) {
+        drawClampedLine(painter, cx - R, cy, cx - R - E, cy);
+        drawClampedLine(painter, cx + R, cy, cx + R + E, cy);
+        drawClampedLine(painter, cx, cy - R, cx, cy - R - E);
+        drawClampedLine(painter, cx, cy + R, cx, cy + R + E);
+    } else {
+        // Each stub stays inside the picture; one whose inner end lies outside
+        // is left out.
+        if (r.left() < cx - R)
+            drawClampedLine(painter, cx - R, cy, qMax<qint64>(r.left(), cx - R - E), cy);
+        if (cx + R < r.right())
+            drawClampedLine(painter, cx + R, cy, qMin<qint64>(r.right(), cx + R + E), cy);
+        if (r.top() < cy - R)
+            drawClampedLine(painter, cx, cy - R, cx, qMax<qint64>(r.top(), cy - R - E));
+        if (cy + R < r.bottom())
+            drawClampedLine(painter, cx, cy + R, cx, qMin<qint64>(r.bottom(), cy + R + E));
+    }
+
+    QPen circle = thick;
+    circle.setCosmetic(false);
+    painter->setPen(circle);
+    const qreal radius = qreal(qBound(-kFarOff, R, kFarOff));
+    painter->drawEllipse(QPointF(c), radius, radius);
+    painter->restore();
+}
+
+void ImageCtrlView::SetFloatFlag(bool isFloat)
+{
+    m_isFloat = isFloat;
+}
+
+bool ImageCtrlView::isFloat() const
+{
+    return m_isFloat;
+}
+
+void ImageCtrlView::SetFloatAreaVisible(bool visible)
+{
+    m_floatArea->setVisible(visible);
+}
+
+void ImageCtrlView::SetIntoBtnVisible(bool visible)
+{
+    m_floatArea->setIntoBtnVisible(visible);
+}
+
+void ImageCtrlView::SetFloatTipText(QString text)
+{
+    m_floatArea->setTipText(text);
+}
+
+void ImageCtrlView::SetNum(QString text)
+{
+    m_numLabel->setText(text);
+}
+
+void ImageCtrlView::SetNumVisible(bool visible)
+{
+    m_numLabel->setVisible(visible);
 }

@@ -2,20 +2,28 @@
 
 #include "vorimagewnd_global.h"
 
+#include <QColor>
+#include <QCursor>
 #include <QGraphicsView>
 #include <QPoint>
 #include <QPointF>
 #include <QRect>
+#include <QString>
 
+class FloatAreaWidget;
 class ImageCtrlScene;
 class QImage;
+class QLabel;
 class VorImage;
 
 // The graphics view the operator looks at. It owns the scene, zooms about the
 // cursor with the wheel and pans with the right button by hand through the
 // scroll bars, and reports mouse activity in scene coordinates (image pixels).
-// What paints in viewport pixels lives here too: the pixel value labels at a
-// scale of 100 and above, drawn after everything else.
+// What paints in viewport pixels lives here too, over all scene items: the grid
+// and the cross-line reticle, each set and read as a JSON text, and last the
+// pixel value labels at a scale of 100 and above. The cross can be dragged with
+// the left button. The floating area and the number label lie over the picture
+// at the top left, hidden until a host shows them.
 class ImageCtrlView : public QGraphicsView
 {
     Q_OBJECT
@@ -49,6 +57,33 @@ public:
     bool isRightDown() const { return m_rightDown; }
     bool isRightMoved() const { return m_rightMoved; }
 
+    // The cross-line reticle: a JSON text with the keys "visible", "mode",
+    // "color", "emphasisColor", "point", "lineWidth", "circleRadius",
+    // "emphasisLength". Text that is no JSON object changes nothing.
+    void setCrossLineInfo(QString info);
+    void getCrossLineInfo(QString& info);
+    void drawCrossLine();
+    // Its held point, in viewport pixels, and the drag state.
+    QPoint crossPoint() const { return m_crossPoint; }
+    bool isCrossDragging() const { return m_crossDragging; }
+
+    // The grid: a JSON text with the keys "visible", "color", "lineWidth",
+    // "gap" (viewport pixels). A gap of 0 or below is kept and reported, and
+    // paints nothing.
+    void setGridLineInfo(QString info);
+    void getGridLineInfo(QString& info);
+    void drawGridLine();
+
+    void SetFloatFlag(bool isFloat);
+    bool isFloat() const;
+    void SetFloatAreaVisible(bool visible);
+    void SetIntoBtnVisible(bool visible);
+    void SetFloatTipText(QString text);
+    void SetNum(QString text);
+    void SetNumVisible(bool visible);
+    FloatAreaWidget* floatArea() const { return m_floatArea; }
+    QLabel* numLabel() const { return m_numLabel; }
+
 public slots:
     void updateScene();
 
@@ -75,10 +110,16 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void drawForeground(QPainter* painter, const QRectF& rect) override;
 
 private:
     void setScaleMatrix(double scale);
     void finishDisplay();
+    void crossPressTest(const QPoint& pos);
+    // The painter of the current paint, set to viewport pixels without
+    // smoothing, as a painter of its own on the viewport would be.
+    void drawCrossLine(QPainter* painter);
+    void drawGridLine(QPainter* painter);
 
     ImageCtrlScene* m_scene;
     bool m_scrollVisible;
@@ -88,4 +129,26 @@ private:
     QPoint m_lastPos;
     bool m_limitMousePos;
     bool m_pixelVisible;
+
+    bool m_crossVisible;
+    int m_crossRadius;
+    bool m_crossMode;
+    QPoint m_crossPoint;
+    int m_crossLineWidth;
+    QColor m_crossColor;
+    QColor m_crossEmphasisColor;
+    int m_crossEmphasisLength;
+    QCursor m_savedCursor;
+    bool m_crossDragging;
+
+    bool m_gridVisible;
+    int m_gridGap;
+    QColor m_gridColor;
+    int m_gridLineWidth;
+
+    bool m_isFloat;
+    FloatAreaWidget* m_floatArea;
+    QLabel* m_numLabel;
+    // The painter that drawForeground was given, while it runs.
+    QPainter* m_foregroundPainter;
 };
