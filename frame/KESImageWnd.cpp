@@ -44,7 +44,8 @@ long KESImageWnd::create(qlonglong parentWndHandle, int left, int top, int right
     auto* window = new CMainWindow(reinterpret_cast<QWidget*>(parentWndHandle));
     window->create(0, true, true);
     window->setGeometry(left, top, right - left, bottom - top);
-    window->setFrameStyle(QFrame::Panel | QFrame::Raised);
+    // Frame style 50: a panel (2) with the shadow bits 0x30.
+    window->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     // No window-type bits: a child stays a child; a top-level window stays on
     // top. setWindowFlags hides the widget, hence the show() below.
     window->setWindowFlags(Qt::WindowStaysOnTopHint);

@@ -63,7 +63,9 @@ ButtonToolbar::~ButtonToolbar()
 
 void ButtonToolbar::create(unsigned long long, bool, bool)
 {
-    setFrameStyle(QFrame::Panel | QFrame::Raised);
+    // Frame style 50, as the window and the status bar: a panel (2) with the
+    // shadow bits 0x30.
+    setFrameStyle(QFrame::Panel | QFrame::Sunken);
     for (int i = 0; i < kButtonCount; ++i)
         m_buttons[i] = CreateButton(i, kButtons[i].icon);
     for (int i = 0; i < kButtonCount; ++i) {

@@ -15,7 +15,8 @@ Statusbar::~Statusbar()
 
 void Statusbar::create(unsigned long long, bool, bool)
 {
-    setFrameStyle(QFrame::Panel | QFrame::Raised);
+    // Frame style 50: a panel (2) with the shadow bits 0x30.
+    setFrameStyle(QFrame::Panel | QFrame::Sunken);
     m_infoLabel = new QLabel(this);
     m_infoLabel->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_infoLabel->setFont(QFont("Arial"));

@@ -20,6 +20,11 @@ void Rect1HandleItem::setHandleMap(QMap<int, QRectF> handles)
 
 void Rect1HandleItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
+    // An empty path hides the item. Qt still calls paint for an item whose
+    // empty extent sits at the scene origin when the origin is in view, so the
+    // handles of the map are painted only while the path gives them an extent.
+    if (path().isEmpty())
+        return;
     HandleItemPaint::paintHandles(painter, m_handles, brush());
 }
 
@@ -27,7 +32,10 @@ bool Rect1HandleItem::updateCursor(QGraphicsSceneHoverEvent* event)
 {
     if (!isVisible())
         return false;
-    setCursor(HandleItemPaint::rectangleCursor(HandleItemPaint::handleNumberAt(m_handles, event->scenePos())));
+    const int number = HandleItemPaint::handleNumberAt(m_handles, event->scenePos());
+    // Numbers 1 to 8 have resize cursors; the cross of number 9 belongs to the
+    // rotation handle of a turned rectangle, which this item has not.
+    setCursor(number <= 8 ? HandleItemPaint::rectangleCursor(number) : Qt::ArrowCursor);
     return true;
 }
 

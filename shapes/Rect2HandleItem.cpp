@@ -35,6 +35,11 @@ void Rect2HandleItem::setRotateAngle(float angle)
 
 void Rect2HandleItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
+    // An empty path hides the item. Qt still calls paint for an item whose
+    // empty extent sits at the scene origin when the origin is in view, so the
+    // handles of the map are painted only while the path gives them an extent.
+    if (path().isEmpty())
+        return;
     const QMatrix sceneMatrix = painter->matrix();
     HandleItemPaint::paintHandles(painter, m_handles, brush(), kRotationKey);
     if (m_handles.size() == 9) {

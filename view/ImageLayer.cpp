@@ -96,7 +96,11 @@ double ImageLayer::applyScale(double scale, double viewWidth, double viewHeight,
 void ImageLayer::setViewMatrix(double scale)
 {
     // The matrix takes the computed scale, not the stored one; the two differ
-    // only for a scale not above 0, which the scene stores as 1.0.
+    // only for a scale not above 0, which the scene stores as 1.0. A picture
+    // of no size fits to no finite scale: the view then keeps its matrix, so
+    // that it goes on painting the grey background.
+    if (!std::isfinite(scale))
+        return;
     QMatrix matrix;
     matrix.scale(scale, scale);
     matrix.rotate(0.0);

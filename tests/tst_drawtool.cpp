@@ -1,0 +1,608 @@
+// Drawing a rectangle with the mouse: the tool of DM_RECT1 builds the shape at
+// the press, lets the select tool drag its corner, ends the draw mode at the
+// release, tells the host the id, and throws away a rectangle that is too
+// small. Also the routing of the mouse buttons to the tools.
+
+#include "shapegestures.h"
+
+#include "Rect1HandleItem.h"
+
+#include <QGraphicsRectItem>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace ShapeKit;
+
+class tst_DrawTool : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void toolsAreTheSelectToolAndTheRectangleTool();
+    void drawingARectangleAsTheOperatorDoes_data();
+    void drawingARectangleAsTheOperatorDoes();
+    void newShapeTakesTheLookAtThePress();
+    void drawnShapeGoesToTheActiveLayerEvenForStaticOverlays();
+    void shapeDrawnInOverlayModeIsAnOverlay();
+    void pressOnAnExistingShapeStartsANewOne();
+    void dragBackPastThePressPointFlipsTheRectangle();
+    void pressAndReleaseOnOneSpotDiscardsRectangle_data();
+    void pressAndReleaseOnOneSpotDiscardsRectangle();
+    void hostHearsOfADiscardedShapeWhileItStillExists();
+    void rectangleNarrowerOrLowerThanTwoPixelsIsDiscarded_data();
+    void rectangleNarrowerOrLowerThanTwoPixelsIsDiscarded();
+    void sizeTestUsesTheLastMoveNotTheReleasePosition();
+    void drawModeLastsForOneShape();
+    void secondPressBeforeReleaseDeletesTheUnfinishedShape();
+    void rightClickReachesNoTool();
+    void rightClickLeavesTheSelectionAlone();
+    void rightDoubleClickReachesTheScenesToolDispatch();
+    void middleButtonDrawsLikeTheLeft();
+    void middleClickOnEmptyGroundReportsNoLeftClick();
+    void modeWithoutToolIgnoresTheMouse();
+};
+
+void tst_DrawTool::init()
+{
+    forgetCurrentShape();
+}
+
+void tst_DrawTool::cleanup()
+{
+    forgetCurrentShape();
+}
+
+void tst_DrawTool::toolsAreTheSelectToolAndTheRectangleTool()
+{
+    ODShapeToolManage* manage = ODShapeToolManage::GetODShapeToolManage();
+    QVERIFY(manage == tools());
+    QVERIFY(qobject_cast<ODSelectTool*>(manage->GetShapeTool(DM_SELECT)) != nullptr);
+    QVERIFY(manage->GetShapeTool(DM_RECT1) != nullptr);
+    QVERIFY(qobject_cast<ODSelectTool*>(manage->GetShapeTool(DM_RECT1)) == nullptr);
+    QVERIFY(rectTool()->shape() == nullptr);
+}
+
+void tst_DrawTool::drawingARectangleAsTheOperatorDoes_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::newRow("zoom 0.25") << 0.25;
+    QTest::newRow("zoom 1") << 1.0;
+    QTest::newRow("zoom 4") << 4.0;
+}
+
+void tst_DrawTool::drawingARectangleAsTheOperatorDoes()
+{
+    QFETCH(double, zoom);
+    PictureWindow w(zoom);
+    HostLog log(w.wnd.get());
+    QSignalSpy clicked(w.wnd.get(), &KESImageWnd::shapeClicked);
+    QSignalSpy moved(w.wnd.get(), &KESImageWnd::shapeMoved);
+    QSignalSpy resized(w.wnd.get(), &KESImageWnd::shapeResized);
+    LeftClicks leftClicks;
+    leftClicks.attach(w.relay());
+    ODSelectTool* select = selectTool();
+
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+    const int before = w.active()->shapes().size();
+    const QPointF p = w.seen(QPointF(20, 20));
+    const QPointF m1 = w.seen(QPointF(40, 30));
+    const QPointF m2 = w.seen(QPointF(60, 45));
+    QVERIFY(m2.x() - p.x() >= 2 && m2.y() - p.y() >= 2);
+
+    // Press: a new rectangle, taken by the select tool with its first handle.
+    w.press(QPointF(20, 20));
+    QCOMPARE(ODShape::s_ID, id + 1);
+    ODRect1* shape = rectTool()->shape();
+    QVERIFY(shape != nullptr);
+    QCOMPARE(shape->GetShapeID(), id);
+    QCOMPARE(shape->GetDrawMode(), DM_RECT1);
+    QCOMPARE(w.active()->shapes().size(), before + 1);
+    QVERIFY(w.active()->shapes().last() == shape);
+    QVERIFY(shape->shaperLayer() == w.active());
+    QVERIFY(shape->getSence() == w.scene());
+    // Selected once by the draw tool and once by the select tool.
+    QCOMPARE(w.active()->selectedShapes(), (QVector<ODShape*>{shape, shape}));
+    QVERIFY(select->currentShape() == shape);
+    QCOMPARE(select->dragState(), 1);
+    QCOMPARE(select->selectMode(), 2);
+    QCOMPARE(select->handleIndex(), 1);
+    QCOMPARE(rectTool()->pressPoint(), p);
+    QCOMPARE(rectTool()->curPoint(), p);
+    QCOMPARE(shape->currentRect(), QRectF(p, QSizeF(0, 0)));
+    // Nothing has a size yet, so there are no parameters to read.
+    QVERIFY(paramsOf(shape).isEmpty());
+    QCOMPARE(w.scene()->GetDrawMode(), DM_RECT1);
+    QVERIFY(log.shapeEvents().isEmpty());
+
+    // Moves: the first handle follows the mouse; the press point stays in the
+    // right and bottom slots until the release.
+    w.move(QPointF(40, 30));
+    QCOMPARE(select->dragState(), 1);
+    QCOMPARE(select->selectMode(), 2);
+    QCOMPARE(rectTool()->curPoint(), m1);
+    QCOMPARE(paramsOf(shape), (QVector<double>{m1.x(), m1.y(), p.x(), p.y()}));
+    QCOMPARE(shape->rectItem()->rect(), QRectF(p, m1));
+    w.move(QPointF(60, 45));
+    QCOMPARE(select->dragState(), 1);
+    QCOMPARE(select->selectMode(), 2);
+    QCOMPARE(paramsOf(shape), (QVector<double>{m2.x(), m2.y(), p.x(), p.y()}));
+    QCOMPARE(shape->rectItem()->rect(), QRectF(p, m2));
+    QCOMPARE(shape->rect1HandleItem()->handleMap().size(), 8);
+    QVERIFY(log.shapeEvents().isEmpty());
+    QCOMPARE(w.scene()->GetDrawMode(), DM_RECT1);
+
+    // Release: select mode again, the parameters in order, the host told.
+    w.release(QPointF(60, 45));
+    QCOMPARE(select->dragState(), 0);
+    QCOMPARE(select->selectMode(), 0);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    QVERIFY(rectTool()->shape() == nullptr);
+    QCOMPARE(paramsOf(shape), (QVector<double>{p.x(), p.y(), m2.x(), m2.y()}));
+    double l = 0, t = 0, r = 0, b = 0;
+    int direction = -1, count = -1;
+    QVERIFY(shape->GetParam(&l, &t, &r, &b, &direction, &count));
+    QCOMPARE(direction, 2);
+    QCOMPARE(count, 0);
+    QVERIFY(layerHasId(w.active(), id));
+    QVERIFY(!layerHasId(w.staticLayer(), id));
+    QVERIFY(select->currentShape() == shape);
+    QCOMPARE(shape->rect1HandleItem()->handleMap().size(), 8);
+    QCOMPARE(shape->GetScale(), float(zoom));
+
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(clicked.at(0).at(0).value<long>(), id);
+    QCOMPARE(moved.count(), 0);
+    QCOMPARE(resized.count(), 0);
+    const QPointF releaseAt = w.seen(QPointF(60, 45));
+    QCOMPARE(log.entries, (QStringList{clickedText(id),
+                                       QString("mouseClicked %1,%2").arg(releaseAt.x()).arg(releaseAt.y())}));
+    QVERIFY(leftClicks.calls.isEmpty());
+}
+
+void tst_DrawTool::newShapeTakesTheLookAtThePress()
+{
+    PictureWindow w(2.0);
+    ImageCtrlScene* scene = w.scene();
+    scene->setPenColor(QColor(200, 10, 20, 255));
+    scene->setBrushColor(QColor(1, 2, 3, 4));
+    scene->setLineWidth(2.75f);
+    scene->SetDrawMode(DM_RECT1);
+
+    w.press(QPointF(20, 20));
+    ODRect1* shape = rectTool()->shape();
+    QVERIFY(shape);
+    // Later changes do not reach the shape being drawn.
+    scene->setPenColor(QColor(0, 0, 0, 255));
+    scene->setBrushColor(QColor(9, 9, 9, 9));
+    scene->setLineWidth(5.0f);
+    w.move(QPointF(50, 40));
+    w.release(QPointF(50, 40));
+
+    QCOMPARE(shape->GetPenColor(), QColor(200, 10, 20, 255));
+    QCOMPARE(shape->GetBrushColor(), QColor(1, 2, 3, 4));
+    QCOMPARE(shape->GetLineWidth(), 2.75f);
+    QCOMPARE(shape->GetScale(), 2.0f);
+    float ox = -1.0f, oy = -1.0f;
+    shape->GetOffset(ox, oy);
+    QCOMPARE(ox, 0.0f);
+    QCOMPARE(oy, 0.0f);
+    // A pen's width is the line width truncated.
+    QCOMPARE(shape->rectItem()->pen().width(), 2);
+    QCOMPARE(shape->rectItem()->pen().color(), QColor(200, 10, 20, 255));
+    QCOMPARE(shape->rectItem()->brush().color(), QColor(1, 2, 3, 4));
+}
+
+void tst_DrawTool::drawnShapeGoesToTheActiveLayerEvenForStaticOverlays()
+{
+    PictureWindow w;
+    w.scene()->setIsStaticOverlay(true);
+    w.scene()->setIsOverlay(true);
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+    w.drag(QPointF(20, 20), QPointF(50, 50));
+    QVERIFY(layerHasId(w.active(), id));
+    QVERIFY(w.staticLayer()->shapes().isEmpty());
+    QVERIFY(w.staticLayer()->selectedShapes().isEmpty());
+    // Only the overlay flag ends with the draw mode.
+    QCOMPARE(w.scene()->isStaticOverlay(), true);
+    QCOMPARE(w.scene()->isOverlay(), false);
+}
+
+void tst_DrawTool::shapeDrawnInOverlayModeIsAnOverlay()
+{
+    PictureWindow w;
+    w.scene()->setIsOverlay(true);
+    w.scene()->SetDrawMode(DM_RECT1);
+    w.drag(QPointF(20, 20), QPointF(50, 50));
+    QCOMPARE(w.active()->shapes().last()->isOverlay(), true);
+    QCOMPARE(w.scene()->isOverlay(), false);
+
+    w.scene()->SetDrawMode(DM_RECT1);
+    w.drag(QPointF(60, 20), QPointF(90, 50));
+    QCOMPARE(w.active()->shapes().last()->isOverlay(), false);
+}
+
+void tst_DrawTool::pressOnAnExistingShapeStartsANewOne()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    ODRect1* old = addRect(w.active(), 10, 10, 150, 120);
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+    // The press lies on the old shape's body.
+    w.drag(QPointF(30, 30), QPointF(60, 70));
+    QCOMPARE(w.active()->shapes().size(), 2);
+    ODRect1* drawn = static_cast<ODRect1*>(w.active()->shapes().last());
+    QCOMPARE(drawn->GetShapeID(), id);
+    QCOMPARE(paramsOf(drawn), (QVector<double>{30, 30, 60, 70}));
+    QCOMPARE(paramsOf(old), (QVector<double>{10, 10, 150, 120}));
+    QVERIFY(selectTool()->currentShape() == drawn);
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
+}
+
+void tst_DrawTool::dragBackPastThePressPointFlipsTheRectangle()
+{
+    PictureWindow w;
+    w.scene()->SetDrawMode(DM_RECT1);
+    w.press(QPointF(60, 50));
+    ODRect1* shape = rectTool()->shape();
+    w.move(QPointF(20, 20));
+    QCOMPARE(paramsOf(shape), (QVector<double>{20, 20, 60, 50}));
+    w.move(QPointF(80, 70));
+    // The grabbed corner crossed the press point: left above right until the release.
+    QCOMPARE(paramsOf(shape), (QVector<double>{80, 70, 60, 50}));
+    QCOMPARE(shape->rectItem()->rect(), QRectF(60, 50, 20, 20));
+    w.release(QPointF(80, 70));
+    QCOMPARE(paramsOf(shape), (QVector<double>{60, 50, 80, 70}));
+    QVERIFY(layerHasId(w.active(), shape->GetShapeID()));
+}
+
+void tst_DrawTool::pressAndReleaseOnOneSpotDiscardsRectangle_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::newRow("zoom 0.25") << 0.25;
+    QTest::newRow("zoom 1") << 1.0;
+    QTest::newRow("zoom 4") << 4.0;
+}
+
+void tst_DrawTool::pressAndReleaseOnOneSpotDiscardsRectangle()
+{
+    QFETCH(double, zoom);
+    PictureWindow w(zoom);
+    HostLog log(w.wnd.get());
+    QSignalSpy clicked(w.wnd.get(), &KESImageWnd::shapeClicked);
+    LeftClicks leftClicks;
+    leftClicks.attach(w.relay());
+    const int items = w.scene()->items().size();
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+
+    w.click(QPointF(30, 30));
+
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(clicked.at(0).at(0).value<long>(), id);
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
+    QVERIFY(!layerHasId(w.active(), id));
+    QVERIFY(!layerHasId(w.staticLayer(), id));
+    QVERIFY(w.active()->shapes().isEmpty());
+    QVERIFY(w.active()->selectedShapes().isEmpty());
+    QCOMPARE(w.scene()->items().size(), items);
+    QVERIFY(selectTool()->currentShape() == nullptr);
+    QCOMPARE(selectTool()->selectMode(), 0);
+    QCOMPARE(selectTool()->dragState(), 0);
+    QVERIFY(rectTool()->shape() == nullptr);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    // The id is used up.
+    QCOMPARE(ODShape::s_ID, id + 1);
+    QVERIFY(leftClicks.calls.isEmpty());
+}
+
+void tst_DrawTool::hostHearsOfADiscardedShapeWhileItStillExists()
+{
+    PictureWindow w;
+    ShaperLayer* layer = w.active();
+    QList<bool> presentAtSignal;
+    connect(w.wnd.get(), &KESImageWnd::shapeClicked, this,
+            [&](long id) { presentAtSignal << layerHasId(layer, id); });
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+    w.drag(QPointF(30, 30), QPointF(31, 60));
+    QCOMPARE(presentAtSignal, QList<bool>{true});
+    QVERIFY(!layerHasId(layer, id));
+}
+
+void tst_DrawTool::rectangleNarrowerOrLowerThanTwoPixelsIsDiscarded_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::addColumn<QPointF>("from");
+    QTest::addColumn<QPointF>("to");
+    QTest::addColumn<bool>("kept");
+
+    const QPointF p(20, 20);
+    QTest::newRow("1 by 5, zoom 1") << 1.0 << p << QPointF(21, 25) << false;
+    QTest::newRow("5 by 1, zoom 1") << 1.0 << p << QPointF(25, 21) << false;
+    QTest::newRow("1 by 1, zoom 1") << 1.0 << p << QPointF(21, 21) << false;
+    QTest::newRow("0 by 7, zoom 1") << 1.0 << p << QPointF(20, 27) << false;
+    QTest::newRow("2 by 2, zoom 1") << 1.0 << p << QPointF(22, 22) << true;
+    QTest::newRow("2 by 2 up and left, zoom 1") << 1.0 << p << QPointF(18, 18) << true;
+    QTest::newRow("1 by 5 left, zoom 1") << 1.0 << p << QPointF(19, 25) << false;
+    QTest::newRow("1 by 5, zoom 4") << 4.0 << p << QPointF(21, 25) << false;
+    QTest::newRow("2 by 2, zoom 4") << 4.0 << p << QPointF(22, 22) << true;
+    // Differences are truncated toward zero, not rounded.
+    QTest::newRow("1.75 by 5, zoom 4") << 4.0 << p << QPointF(21.75, 25) << false;
+    QTest::newRow("5 by 1.75, zoom 4") << 4.0 << p << QPointF(25, 21.75) << false;
+    QTest::newRow("1.75 by 5 leftward, zoom 4") << 4.0 << p << QPointF(18.25, 25) << false;
+    QTest::newRow("2.25 by 2, zoom 4") << 4.0 << p << QPointF(22.25, 22) << true;
+    QTest::newRow("0.25 by 0.25, zoom 4") << 4.0 << p << QPointF(20.25, 20.25) << false;
+    // The view's scale plays no part: one viewport pixel is four image pixels.
+    QTest::newRow("one viewport pixel, zoom 0.25") << 0.25 << QPointF(40, 40) << QPointF(44, 44) << true;
+}
+
+void tst_DrawTool::rectangleNarrowerOrLowerThanTwoPixelsIsDiscarded()
+{
+    QFETCH(double, zoom);
+    QFETCH(QPointF, from);
+    QFETCH(QPointF, to);
+    QFETCH(bool, kept);
+
+    PictureWindow w(zoom);
+    HostLog log(w.wnd.get());
+    const QPointF seenFrom = w.seen(from);
+    const QPointF seenTo = w.seen(to);
+    if (zoom >= 1.0) {
+        QCOMPARE(seenFrom, from);
+        QCOMPARE(seenTo, to);
+    } else {
+        QCOMPARE(std::abs(seenTo.x() - seenFrom.x()), 4.0);
+    }
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+    w.drag(from, to);
+
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    QCOMPARE(layerHasId(w.active(), id), kept);
+    QVERIFY(rectTool()->shape() == nullptr);
+    if (kept) {
+        auto* shape = static_cast<ODRect1*>(w.active()->shapes().last());
+        QCOMPARE(paramsOf(shape), (QVector<double>{qMin(seenFrom.x(), seenTo.x()), qMin(seenFrom.y(), seenTo.y()),
+                                                   qMax(seenFrom.x(), seenTo.x()), qMax(seenFrom.y(), seenTo.y())}));
+        QVERIFY(selectTool()->currentShape() == shape);
+    } else {
+        QVERIFY(w.active()->shapes().isEmpty());
+        QVERIFY(w.active()->selectedShapes().isEmpty());
+        QVERIFY(selectTool()->currentShape() == nullptr);
+    }
+}
+
+void tst_DrawTool::sizeTestUsesTheLastMoveNotTheReleasePosition()
+{
+    PictureWindow w;
+    w.scene()->SetDrawMode(DM_RECT1);
+    long id = ODShape::s_ID;
+    // One pixel wide at the last move, released far away: discarded.
+    w.press(QPointF(20, 20));
+    w.move(QPointF(21, 40));
+    w.release(QPointF(80, 80));
+    QVERIFY(!layerHasId(w.active(), id));
+
+    // Dragged out, released where the press was: kept as the moves left it.
+    w.scene()->SetDrawMode(DM_RECT1);
+    id = ODShape::s_ID;
+    w.press(QPointF(20, 20));
+    w.move(QPointF(50, 40));
+    w.release(QPointF(20, 20));
+    QVERIFY(layerHasId(w.active(), id));
+    QCOMPARE(paramsOf(static_cast<ODRect1*>(w.active()->shapes().last())), (QVector<double>{20, 20, 50, 40}));
+}
+
+void tst_DrawTool::drawModeLastsForOneShape()
+{
+    PictureWindow w;
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+    w.drag(QPointF(20, 20), QPointF(50, 50));
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    // The next drag is a select tool gesture: it moves the new shape.
+    w.drag(QPointF(30, 30), QPointF(40, 35));
+    QCOMPARE(ODShape::s_ID, id + 1);
+    QCOMPARE(w.active()->shapes().size(), 1);
+    QCOMPARE(paramsOf(static_cast<ODRect1*>(w.active()->shapes().first())), (QVector<double>{30, 25, 60, 55}));
+}
+
+void tst_DrawTool::secondPressBeforeReleaseDeletesTheUnfinishedShape()
+{
+    PictureWindow a;
+    PictureWindow b;
+    HostLog logB(b.wnd.get());
+    a.scene()->SetDrawMode(DM_RECT1);
+    b.scene()->SetDrawMode(DM_RECT1);
+
+    const int itemsA = a.scene()->items().size();
+    const long id = ODShape::s_ID;
+    a.press(QPointF(20, 20));
+    ODRect1* first = rectTool()->shape();
+    QVERIFY(first);
+    QCOMPARE(first->GetShapeID(), id);
+    QCOMPARE(a.scene()->items().size(), itemsA + 3);
+    const quintptr firstAddress = reinterpret_cast<quintptr>(first);
+
+    // A second press reaches the same tool, still drawing; it is sent to the
+    // other window's scene, so that the window whose layer keeps the stale
+    // entry gets no further events.
+    SceneMouse press(QEvent::GraphicsSceneMousePress, QPointF(30, 30));
+    QApplication::sendEvent(b.scene(), press.get());
+
+    // The unfinished shape is gone, items and all, at once.
+    QCOMPARE(a.scene()->items().size(), itemsA);
+    ODRect1* second = rectTool()->shape();
+    QVERIFY(second);
+    QCOMPARE(second->GetShapeID(), id + 1);
+    QVERIFY(layerHasId(b.active(), id + 1));
+    QVERIFY(selectTool()->currentShape() == second);
+    QCOMPARE(selectTool()->dragState(), 1);
+    // It was not taken out of its layer first: the layer still lists its
+    // address (compared, never followed).
+    QCOMPARE(a.active()->shapes().size(), 1);
+    QCOMPARE(reinterpret_cast<quintptr>(a.active()->shapes().at(0)), firstAddress);
+    QCOMPARE(a.active()->selectedShapes().size(), 2);
+
+    // Take the stale entries out of the first window's lists by address.
+    while (!a.active()->selectedShapes().isEmpty())
+        a.active()->removeSelectedShape(a.active()->selectedShapes().first());
+    const_cast<QVector<ODShape*>&>(a.active()->shapes()).clear();
+    a.scene()->SetDrawMode(DM_SELECT);
+
+    SceneMouse release(QEvent::GraphicsSceneMouseRelease, QPointF(30, 30));
+    QApplication::sendEvent(b.scene(), release.get());
+    QCOMPARE(logB.shapeEvents(), QStringList{clickedText(id + 1)});
+    QCOMPARE(b.scene()->GetDrawMode(), DM_SELECT);
+    QVERIFY(rectTool()->shape() == nullptr);
+    // Pressed and released on one spot: discarded.
+    QVERIFY(!layerHasId(b.active(), id + 1));
+}
+
+void tst_DrawTool::rightClickReachesNoTool()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    LeftClicks leftClicks;
+    leftClicks.attach(w.relay());
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+    const QPointF pressBefore = rectTool()->pressPoint();
+
+    w.press(QPointF(33, 27), Qt::RightButton);
+    QCOMPARE(ODShape::s_ID, id);
+    QVERIFY(rectTool()->shape() == nullptr);
+    QCOMPARE(rectTool()->pressPoint(), pressBefore);
+    w.release(QPointF(33, 27), Qt::RightButton);
+
+    // A release that reached the tool would have ended the draw mode.
+    QCOMPARE(w.scene()->GetDrawMode(), DM_RECT1);
+    QVERIFY(w.active()->shapes().isEmpty());
+    QVERIFY(log.shapeEvents().isEmpty());
+    QVERIFY(leftClicks.calls.isEmpty());
+    // The view still reports the release.
+    QCOMPARE(log.entries, QStringList{QString("mouseClicked 33,27")});
+
+    // The draw mode is still there for the left button.
+    w.drag(QPointF(20, 20), QPointF(50, 50));
+    QVERIFY(layerHasId(w.active(), id));
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+}
+
+void tst_DrawTool::rightClickLeavesTheSelectionAlone()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    LeftClicks leftClicks;
+    leftClicks.attach(w.relay());
+    ODRect1* a = addRect(w.active(), 20, 20, 60, 60);
+    ODRect1* other = addRect(w.active(), 100, 20, 140, 60);
+    w.click(QPointF(40, 40));
+    QVERIFY(selectTool()->currentShape() == a);
+    log.entries.clear();
+
+    // On empty ground and on another shape: neither drops nor changes the selection.
+    w.click(QPointF(80, 100), Qt::RightButton);
+    w.click(QPointF(120, 40), Qt::RightButton);
+    QVERIFY(selectTool()->currentShape() == a);
+    QCOMPARE(w.active()->selectedShapes(), (QVector<ODShape*>{a}));
+    QVERIFY(other->rect1HandleItem()->handleMap().isEmpty());
+    QCOMPARE(a->rect1HandleItem()->handleMap().size(), 8);
+    QVERIFY(log.shapeEvents().isEmpty());
+    QVERIFY(leftClicks.calls.isEmpty());
+}
+
+void tst_DrawTool::rightDoubleClickReachesTheScenesToolDispatch()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    QSignalSpy sceneDouble(w.scene(), &ImageCtrlScene::mouseDoubleClick);
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+
+    ViewInput::doubleClickAt(w.view(), QPointF(40, 40), Qt::RightButton);
+
+    // The double click is handled by the scene's dispatch whatever the
+    // button; the tools' own double click does nothing, and the press and
+    // releases around it reach no tool.
+    QCOMPARE(sceneDouble.count(), 1);
+    QCOMPARE(log.entries.count(QString("doubleClick")), 1);
+    QCOMPARE(ODShape::s_ID, id);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_RECT1);
+    QVERIFY(w.active()->shapes().isEmpty());
+    QVERIFY(log.shapeEvents().isEmpty());
+    w.scene()->SetDrawMode(DM_SELECT);
+}
+
+void tst_DrawTool::middleButtonDrawsLikeTheLeft()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    LeftClicks leftClicks;
+    leftClicks.attach(w.relay());
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+
+    w.press(QPointF(20, 20), Qt::MiddleButton);
+    QVERIFY(rectTool()->shape() != nullptr);
+    QCOMPARE(selectTool()->dragState(), 1);
+    w.move(QPointF(70, 60), Qt::MiddleButton);
+    w.release(QPointF(70, 60), Qt::MiddleButton);
+
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    QVERIFY(layerHasId(w.active(), id));
+    QCOMPARE(paramsOf(static_cast<ODRect1*>(w.active()->shapes().last())), (QVector<double>{20, 20, 70, 60}));
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
+    QVERIFY(leftClicks.calls.isEmpty());
+}
+
+void tst_DrawTool::middleClickOnEmptyGroundReportsNoLeftClick()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    LeftClicks leftClicks;
+    leftClicks.attach(w.relay());
+    ODRect1* a = addRect(w.active(), 20, 20, 60, 60);
+    w.click(QPointF(40, 40));
+    QVERIFY(selectTool()->currentShape() == a);
+    log.entries.clear();
+
+    // The middle button reaches the select tool: the selection goes.
+    w.click(QPointF(120, 100), Qt::MiddleButton);
+    QVERIFY(selectTool()->currentShape() == nullptr);
+    QVERIFY(w.active()->selectedShapes().isEmpty());
+    QVERIFY(a->rect1HandleItem()->handleMap().isEmpty());
+    // The left-click report is for the left button only.
+    QVERIFY(leftClicks.calls.isEmpty());
+    QVERIFY(log.shapeEvents().isEmpty());
+
+    w.click(QPointF(120, 100));
+    QCOMPARE(leftClicks.calls.size(), 1);
+}
+
+void tst_DrawTool::modeWithoutToolIgnoresTheMouse()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    LeftClicks leftClicks;
+    leftClicks.attach(w.relay());
+    w.scene()->SetDrawMode(DM_ELLIPSE);
+    const long id = ODShape::s_ID;
+    w.drag(QPointF(20, 20), QPointF(60, 60));
+    QCOMPARE(ODShape::s_ID, id);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_ELLIPSE);
+    QVERIFY(w.active()->shapes().isEmpty());
+    QVERIFY(log.shapeEvents().isEmpty());
+    QVERIFY(leftClicks.calls.isEmpty());
+    w.scene()->SetDrawMode(DM_SELECT);
+}
+
+QTEST_MAIN(tst_DrawTool)
+#include "tst_drawtool.moc"

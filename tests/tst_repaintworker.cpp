@@ -1,0 +1,255 @@
+// repaint() called from a worker thread: the call waits until the window's
+// thread has taken over the queued picture and painted, while that thread keeps
+// running its event loop.
+
+#include <QtTest/QtTest>
+
+#include "ImageLayer.h"
+#include "KESImageWnd.h"
+#include "MainWindow.h"
+#include "imagectrlscene.h"
+#include "imagectrlview.h"
+#include "viewinput.h"
+
+#include <QThread>
+
+#include <opencv2/core.hpp>
+
+#include <atomic>
+
+namespace {
+
+constexpr int kPictureWidth = 60;
+constexpr int kPictureHeight = 40;
+const QPointF kPictureCentre(kPictureWidth / 2.0, kPictureHeight / 2.0);
+
+VorImage colourPicture(int red, int green, int blue)
+{
+    return VorImage(cv::Mat(kPictureHeight, kPictureWidth, CV_8UC3, cv::Scalar(blue, green, red)));
+}
+
+// Notes whether the viewport has been painted while the layer showed a picture
+// of the given colour.
+class PaintWatcher : public QObject
+{
+public:
+    PaintWatcher(QWidget* viewport, ImageLayer* layer, QRgb colour)
+        : m_layer(layer)
+        , m_colour(colour)
+    {
+        viewport->installEventFilter(this);
+    }
+
+    std::atomic<int> paints{0};
+    std::atomic<bool> paintedColour{false};
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            ++paints;
+            const QImage* image = m_layer->GetQImage();
+            if (image->width() == kPictureWidth
+                && QColor(image->pixel(kPictureWidth / 2, kPictureHeight / 2)).rgb() == m_colour)
+                paintedColour = true;
+        }
+        return false;
+    }
+
+private:
+    ImageLayer* m_layer;
+    QRgb m_colour;
+};
+
+// Delivers the window's queued calls itself, so as to note what has been
+// painted at the moment the call ends, before the waiting worker is released.
+class CallWatcher : public QObject
+{
+public:
+    CallWatcher(QObject* window, PaintWatcher* paints)
+        : m_paints(paints)
+    {
+        window->installEventFilter(this);
+    }
+
+    int calls = 0;
+    bool paintedAtCallEnd = false;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::MetaCall)
+            return false;
+        watched->event(event);
+        ++calls;
+        paintedAtCallEnd = m_paints->paintedColour;
+        return true;
+    }
+
+private:
+    PaintWatcher* m_paints;
+};
+
+// A host's worker: calls repaint() and notes what holds at the moment it
+// returns.
+class RepaintWorker : public QThread
+{
+public:
+    RepaintWorker(KESImageWnd* wnd, ImageLayer* layer, PaintWatcher* watcher, int calls = 1)
+        : m_wnd(wnd)
+        , m_layer(layer)
+        , m_watcher(watcher)
+        , m_calls(calls)
+    {
+    }
+
+    std::atomic<bool> done{false};
+    long result = 12345;
+    long lastResult = 12345;
+    int pendingAtReturn = -1;
+    QRgb shownAtReturn = 0;
+    bool paintedAtReturn = false;
+
+protected:
+    void run() override
+    {
+        result = m_wnd->repaint();
+        lastResult = result;
+        for (int i = 1; i < m_calls; ++i)
+            lastResult = m_wnd->repaint();
+        if (m_layer) {
+            pendingAtReturn = m_layer->pendingCount();
+            const QImage* image = m_layer->GetQImage();
+            if (image->width() == kPictureWidth)
+                shownAtReturn = QColor(image->pixel(kPictureWidth / 2, kPictureHeight / 2)).rgb();
+        }
+        if (m_watcher)
+            paintedAtReturn = m_watcher->paintedColour;
+        done = true;
+    }
+
+private:
+    KESImageWnd* m_wnd;
+    ImageLayer* m_layer;
+    PaintWatcher* m_watcher;
+    int m_calls;
+};
+
+QRgb viewportColourAt(ImageCtrlView* view, const QPointF& scenePos)
+{
+    const QImage shot = view->viewport()->grab().toImage();
+    return QColor(shot.pixel(view->mapFromScene(scenePos))).rgb();
+}
+
+} // namespace
+
+class RepaintWorkerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void repaintFromWorkerReturnsOnceThePictureIsShown();
+    void repaintWaitsWhileTheWindowThreadIsBusy();
+    void repaintWithNothingQueuedLeavesThePicture();
+    void repaintWithoutWindowReturnsAtOnce();
+};
+
+void RepaintWorkerTest::init()
+{
+    CMainWindow::s_scale = 1.0f;
+}
+
+void RepaintWorkerTest::repaintFromWorkerReturnsOnceThePictureIsShown()
+{
+    EmbeddedWindow fixture;
+    ImageLayer* layer = fixture.scene()->GetImageLayer();
+    VorImage red = colourPicture(255, 0, 0);
+    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    QCoreApplication::processEvents();
+    QCOMPARE(viewportColourAt(fixture.view(), kPictureCentre), qRgb(255, 0, 0));
+
+    // The window's thread queues the next picture without taking it over.
+    VorImage green = colourPicture(0, 255, 0);
+    QVERIFY(layer->LoadVorImage(&green));
+    QCOMPARE(layer->pendingCount(), 1);
+    QCOMPARE(QColor(layer->GetQImage()->pixel(5, 5)).rgb(), qRgb(255, 0, 0));
+    QCOMPARE(viewportColourAt(fixture.view(), kPictureCentre), qRgb(255, 0, 0));
+
+    PaintWatcher watcher(fixture.view()->viewport(), layer, qRgb(0, 255, 0));
+    CallWatcher call(fixture.window(), &watcher);
+    RepaintWorker worker(fixture.wnd.get(), layer, &watcher);
+    worker.start();
+    QTRY_VERIFY_WITH_TIMEOUT(worker.done, 5000);
+    QVERIFY(worker.wait(5000));
+
+    QCOMPARE(worker.result, 0L);
+    QCOMPARE(worker.pendingAtReturn, 0);
+    QCOMPARE(worker.shownAtReturn, qRgb(0, 255, 0));
+    QVERIFY(worker.paintedAtReturn);
+    // The viewport was painted with the new picture inside the window's call.
+    QCOMPARE(call.calls, 1);
+    QVERIFY(call.paintedAtCallEnd);
+    QCOMPARE(viewportColourAt(fixture.view(), kPictureCentre), qRgb(0, 255, 0));
+}
+
+void RepaintWorkerTest::repaintWaitsWhileTheWindowThreadIsBusy()
+{
+    EmbeddedWindow fixture;
+    ImageLayer* layer = fixture.scene()->GetImageLayer();
+    VorImage red = colourPicture(255, 0, 0);
+    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    VorImage blue = colourPicture(0, 0, 255);
+    QVERIFY(layer->LoadVorImage(&blue));
+
+    RepaintWorker worker(fixture.wnd.get(), layer, nullptr);
+    worker.start();
+    // The window's thread does not run its loop for a while: the worker waits
+    // and the picture stays queued.
+    QThread::msleep(150);
+    QVERIFY(!worker.done);
+    QCOMPARE(layer->pendingCount(), 1);
+
+    QTRY_VERIFY_WITH_TIMEOUT(worker.done, 5000);
+    QVERIFY(worker.wait(5000));
+    QCOMPARE(worker.result, 0L);
+    QCOMPARE(worker.pendingAtReturn, 0);
+    QCOMPARE(worker.shownAtReturn, qRgb(0, 0, 255));
+    QCOMPARE(viewportColourAt(fixture.view(), kPictureCentre), qRgb(0, 0, 255));
+}
+
+void RepaintWorkerTest::repaintWithNothingQueuedLeavesThePicture()
+{
+    EmbeddedWindow fixture;
+    ImageLayer* layer = fixture.scene()->GetImageLayer();
+    VorImage red = colourPicture(255, 0, 0);
+    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+
+    RepaintWorker worker(fixture.wnd.get(), layer, nullptr, 2);
+    worker.start();
+    QTRY_VERIFY_WITH_TIMEOUT(worker.done, 5000);
+    QVERIFY(worker.wait(5000));
+    QCOMPARE(worker.result, 0L);
+    QCOMPARE(worker.lastResult, 0L);
+    QCOMPARE(worker.pendingAtReturn, 0);
+    QCOMPARE(worker.shownAtReturn, qRgb(255, 0, 0));
+    // An empty queue changes nothing, not even the scale.
+    QCOMPARE(fixture.scene()->getScale(), 2.0);
+    QCOMPARE(viewportColourAt(fixture.view(), kPictureCentre), qRgb(255, 0, 0));
+}
+
+void RepaintWorkerTest::repaintWithoutWindowReturnsAtOnce()
+{
+    KESImageWnd wnd;
+    RepaintWorker worker(&wnd, nullptr, nullptr);
+    worker.start();
+    // No window: nothing crosses threads, so waiting here cannot block.
+    QVERIFY(worker.wait(5000));
+    QVERIFY(worker.done);
+    QCOMPARE(worker.result, -1L);
+}
+
+QTEST_MAIN(RepaintWorkerTest)
+#include "tst_repaintworker.moc"
