@@ -116,30 +116,127 @@ struct RowEstimate
     static RowEstimate unknown() { return {Kind::Unknown, 0.0, 0.0, 0.0}; }
 };
 
-// The one run of pixels of a row that a convex figure covers. inside(x) tells
-// whether pixel x of the row is inside; columns [scanFirst, scanLast] bound
-// the figure and are tested one by one when the estimate failed.
+// The end of the run of inside pixels that holds seed, searched from guess:
+// leftwards (step -1) or rightwards (step +1). The inside pixels of the row form
+// one run, so the search gallops from the guess and then halves the interval,
+// a few tests whatever the guess.
 template <typename Inside>
-bool convexSpan(const RowEstimate& est, const Inside& inside, int scanFirst, int scanLast, int& left,
-                int& right)
+int runEnd(const Inside& inside, int seed, Index guess, int direction)
 {
-    Index lo = 0;
-    Index hi = -1;
-    bool guided = false;
-    if (est.kind == RowEstimate::Kind::Chord && !std::isnan(est.a) && !std::isnan(est.b) && est.a <= est.b) {
-        lo = clampIndex(std::ceil(est.a - 0.5));
-        hi = clampIndex(std::floor(est.b - 0.5));
-        guided = true;
-    } else if (est.kind == RowEstimate::Kind::Miss && !std::isnan(est.guess)) {
-        lo = clampIndex(std::ceil(est.guess - 0.5));
-        hi = lo - 1;
-        guided = true;
+    const int limit = direction < 0 ? 0 : kLimit - 1;
+    // Positions along the search: p(k) = seed + direction * k, k in [0, reach].
+    const int reach = direction < 0 ? seed : limit - seed;
+    Index g = direction < 0 ? seed - guess : guess - seed;
+    const int start = static_cast<int>(std::min<Index>(std::max<Index>(g, 0), reach));
+    auto at = [&](int k) { return inside(seed + direction * k); };
+
+    int good = 0;   // inside
+    int bad = -1;   // outside, beyond good; -1 while unknown
+    if (at(start)) {
+        good = start;
+        int step = 1;
+        while (good < reach) {
+            const int k = std::min(good + step, reach);
+            if (!at(k)) {
+                bad = k;
+                break;
+            }
+            good = k;
+            step *= 2;
+        }
+        if (bad < 0)
+            return seed + direction * good;
+    } else {
+        bad = start;  // start > 0 here, since the seed is inside
+        int step = 1;
+        good = 0;
+        while (bad - step > 0) {
+            const int k = bad - step;
+            if (at(k)) {
+                good = k;
+                break;
+            }
+            bad = k;
+            step *= 2;
+        }
+    }
+    while (bad - good > 1) {
+        const int mid = good + (bad - good) / 2;
+        if (at(mid))
+            good = mid;
+        else
+            bad = mid;
+    }
+    return seed + direction * good;
+}
+
+// Finds, row by row, the one run of pixels that a convex figure covers.
+// Columns [scanFirst, scanLast] bound the figure; they are tested one by one
+// on a row whose estimate failed (an overflow far beyond the picture), within
+// a fixed budget of tests for the whole figure.
+class ConvexRows
+{
+public:
+    ConvexRows(int scanFirst, int scanLast)
+        : m_scanFirst(std::max(scanFirst, 0)), m_scanLast(std::min(scanLast, kLimit - 1))
+    {
     }
 
-    if (!guided) {
+    // inside(x) tells whether pixel x of the row is inside.
+    template <typename Inside>
+    bool span(const RowEstimate& est, const Inside& inside, int& left, int& right)
+    {
+        Index lo = 0;
+        Index hi = -1;
+        if (est.kind == RowEstimate::Kind::Chord && !std::isnan(est.a) && !std::isnan(est.b) && est.a <= est.b) {
+            lo = clampIndex(std::ceil(est.a - 0.5));
+            hi = clampIndex(std::floor(est.b - 0.5));
+        } else if (est.kind == RowEstimate::Kind::Miss && !std::isnan(est.guess)) {
+            lo = clampIndex(std::ceil(est.guess - 0.5));
+            hi = lo - 1;
+        } else {
+            return scan(inside, left, right);
+        }
+
+        // A pixel inside: the middle of the estimate, or next to its ends when
+        // the estimate is off by rounding.
+        const Index candidates[] = {lo + (hi - lo) / 2, lo, hi, lo - 1, hi + 1};
+        int seed = -1;
+        for (Index c : candidates) {
+            if (c >= 0 && c < kLimit && inside(static_cast<int>(c))) {
+                seed = static_cast<int>(c);
+                break;
+            }
+        }
+        if (seed < 0)
+            return false;
+        left = runEnd(inside, seed, lo, -1);
+        right = runEnd(inside, seed, hi, +1);
+        return true;
+    }
+
+    template <typename Inside>
+    void emit(SpanSink& sink, int row, const RowEstimate& est, const Inside& inside)
+    {
+        int left = 0;
+        int right = 0;
+        if (span(est, inside, left, right))
+            sink.addSpan(row, left, right + 1);
+    }
+
+private:
+    static constexpr long long kScanBudget = 1LL << 22;
+
+    template <typename Inside>
+    bool scan(const Inside& inside, int& left, int& right)
+    {
+        const long long width = static_cast<long long>(m_scanLast) - m_scanFirst + 1;
+        if (width <= 0 || width > m_scanBudget)
+            return false;
+        m_scanBudget -= width;
         int first = -1;
         int last = -1;
-        for (int x = std::max(scanFirst, 0); x <= std::min(scanLast, kLimit - 1); ++x) {
+        for (int x = m_scanFirst; x <= m_scanLast; ++x) {
             if (inside(x)) {
                 if (first < 0)
                     first = x;
@@ -153,49 +250,45 @@ bool convexSpan(const RowEstimate& est, const Inside& inside, int scanFirst, int
         return true;
     }
 
-    // A pixel inside: the middle of the estimate, or next to its ends when the
-    // estimate is off by rounding.
-    const Index candidates[] = {lo + (hi - lo) / 2, lo, hi, lo - 1, hi + 1};
-    Index seed = -1;
-    for (Index c : candidates) {
-        if (c >= 0 && c < kLimit && inside(static_cast<int>(c))) {
-            seed = c;
-            break;
-        }
-    }
-    if (seed < 0)
-        return false;
+    int m_scanFirst;
+    int m_scanLast;
+    long long m_scanBudget = kScanBudget;
+};
 
-    int l = static_cast<int>(std::min(std::max<Index>(lo, 0), seed));
-    if (inside(l)) {
-        while (l > 0 && inside(l - 1))
-            --l;
-    } else {
-        while (!inside(l))
-            ++l;  // stops at the seed at the latest
-    }
-    int r = static_cast<int>(std::max(std::min<Index>(hi, kLimit - 1), seed));
-    if (inside(r)) {
-        while (r < kLimit - 1 && inside(r + 1))
-            ++r;
-    } else {
-        while (!inside(r))
-            --r;  // stops at the seed at the latest
-    }
-    left = l;
-    right = r;
-    return true;
-}
-
-template <typename Inside>
-void emitConvexRow(SpanSink& sink, int row, const RowEstimate& est, const Inside& inside, int scanFirst,
-                   int scanLast)
+// A row estimate from linear constraints alpha * t + beta >= 0 on the offset t
+// of a pixel centre from x0.
+class HalfLines
 {
-    int left = 0;
-    int right = 0;
-    if (convexSpan(est, inside, scanFirst, scanLast, left, right))
-        sink.addSpan(row, left, right + 1);
-}
+public:
+    void add(double alpha, double beta)
+    {
+        if (alpha == 0.0) {
+            if (!(beta >= 0.0))
+                m_none = true;
+            return;
+        }
+        const double t = -beta / alpha;
+        if (alpha > 0.0)
+            m_lo = std::max(m_lo, t);
+        else
+            m_hi = std::min(m_hi, t);
+    }
+
+    RowEstimate estimate(double x0) const
+    {
+        if (m_none)
+            return RowEstimate::miss(x0);
+        if (m_lo <= m_hi)
+            return RowEstimate::chord(x0 + m_lo, x0 + m_hi);
+        const double mid = 0.5 * (m_lo + m_hi);
+        return RowEstimate::miss(std::isnan(mid) ? x0 : x0 + mid);
+    }
+
+private:
+    double m_lo = -std::numeric_limits<double>::infinity();
+    double m_hi = std::numeric_limits<double>::infinity();
+    bool m_none = false;
+};
 
 // The chord of a circle of radius r about cx on a row at vertical distance dy.
 RowEstimate circleChord(double cx, double r, double dy)
@@ -589,36 +682,18 @@ void RoiRasterizer::rasterizeRect2(SpanSink& sink) const
     if (!centreRange(cy - hy, cy + hy, 1, rowFirst, rowLast) || !centreRange(cx - hx, cx + hx, 1, colFirst, colLast))
         return;
 
-    const double inf = std::numeric_limits<double>::infinity();
+    ConvexRows rows(colFirst, colLast);
     for (int y = rowFirst; y <= rowLast; ++y) {
         const double dy = y + 0.5 - cy;
-        // Offsets t = dx with |coef * t + offset| <= half for both axes.
-        double tLo = -inf;
-        double tHi = inf;
-        bool none = false;
+        // Offsets t = dx with |coef * t + offset| <= half on both axes.
+        HalfLines lines;
         auto slab = [&](double coef, double offset, double half) {
-            if (coef == 0.0) {
-                if (!(std::abs(offset) <= half))
-                    none = true;
-                return;
-            }
-            double ta = (-half - offset) / coef;
-            double tb = (half - offset) / coef;
-            if (ta > tb)
-                std::swap(ta, tb);
-            tLo = std::max(tLo, ta);
-            tHi = std::min(tHi, tb);
+            lines.add(-coef, half - offset);  // coef * t + offset <= half
+            lines.add(coef, half + offset);   // coef * t + offset >= -half
         };
         slab(c, -dy * s, h1);
         slab(s, dy * c, h2);
-        RowEstimate est = RowEstimate::unknown();
-        if (none)
-            est = RowEstimate::miss(cx);
-        else if (tLo <= tHi)
-            est = RowEstimate::chord(cx + tLo, cx + tHi);
-        else if (!std::isnan(tLo) && !std::isnan(tHi))
-            est = RowEstimate::miss(cx + 0.5 * (tLo + tHi));
-        emitConvexRow(sink, y, est, [&](int x) { return inside(x + 0.5 - cx, dy); }, colFirst, colLast);
+        rows.emit(sink, y, lines.estimate(cx), [&](int x) { return inside(x + 0.5 - cx, dy); });
     }
 }
 
@@ -634,6 +709,7 @@ void RoiRasterizer::rasterizeCircle(SpanSink& sink) const
     int colLast = 0;
     if (!centreRange(cy - r, cy + r, 1, rowFirst, rowLast) || !centreRange(cx - r, cx + r, 1, colFirst, colLast))
         return;
+    ConvexRows rows(colFirst, colLast);
     for (int y = rowFirst; y <= rowLast; ++y) {
         const double dy = y + 0.5 - cy;
         const double dyy = dy * dy;
@@ -641,7 +717,7 @@ void RoiRasterizer::rasterizeCircle(SpanSink& sink) const
             const double dx = x + 0.5 - cx;
             return dx * dx + dyy <= rr;
         };
-        emitConvexRow(sink, y, circleChord(cx, r, dy), inside, colFirst, colLast);
+        rows.emit(sink, y, circleChord(cx, r, dy), inside);
     }
 }
 
@@ -649,14 +725,32 @@ void RoiRasterizer::rasterizeEllipse(SpanSink& sink) const
 {
     const double cx = m_points[0].x;
     const double cy = m_points[0].y;
-    const double r1 = std::abs(m_values[0]);
-    const double r2 = std::abs(m_values[1]);
+    double r1 = std::abs(m_values[0]);
+    double r2 = std::abs(m_values[1]);
     double s = 0.0;
     double c = 1.0;
     sinCosDegrees(m_values[2], s, c);
 
-    const double hx = std::sqrt((r1 * c) * (r1 * c) + (r2 * s) * (r2 * s));
-    const double hy = std::sqrt((r1 * s) * (r1 * s) + (r2 * c) * (r2 * c));
+    // A radius this small counts as zero: no pixel centre comes that close to
+    // an axis of the ellipse without lying on it. Radii are also taken
+    // relative to the larger one, a and b in [0, 1], so that nothing below
+    // overflows; a ratio too small for a double flattens the ellipse as well.
+    constexpr double kNegligible = 1e-100;
+    if (r1 < kNegligible)
+        r1 = 0.0;
+    if (r2 < kNegligible)
+        r2 = 0.0;
+    const double m = std::max(r1, r2);
+    const double a = m > 0.0 ? r1 / m : 0.0;
+    const double b = m > 0.0 ? r2 / m : 0.0;
+    if (a == 0.0)
+        r1 = 0.0;
+    if (b == 0.0)
+        r2 = 0.0;
+    const bool flat = r1 == 0.0 || r2 == 0.0;
+
+    const double hx = m * std::hypot(a * c, b * s);  // half extents of the bounding box
+    const double hy = m * std::hypot(a * s, b * c);
     int rowFirst = 0;
     int rowLast = 0;
     int colFirst = 0;
@@ -670,7 +764,6 @@ void RoiRasterizer::rasterizeEllipse(SpanSink& sink) const
     // vanish. A radius of zero leaves a segment (or the centre), whose pixels
     // are those with centres on it.
     const double k = (r1 * r2) * (r1 * r2);
-    const bool flat = r1 == 0.0 || r2 == 0.0;
     const bool multiplied = std::isfinite(k) && k > 0.0;
     auto inside = [=](double dx, double dy) {
         const double u = dx * c - dy * s;
@@ -682,42 +775,43 @@ void RoiRasterizer::rasterizeEllipse(SpanSink& sink) const
         return (u / r1) * (u / r1) + (v / r2) * (v / r2) <= 1.0;
     };
 
-    // Row chords from (u/r1)^2 + (v/r2)^2 = 1 with u, v linear in t = dx:
-    // A t^2 + B t + C = 0.
-    const double i1 = flat ? 0.0 : 1.0 / (r1 * r1);
-    const double i2 = flat ? 0.0 : 1.0 / (r2 * r2);
-    const double A = c * c * i1 + s * s * i2;
+    // Horizontal chords: their midpoints lie on a line through the centre,
+    // t0 = dy * slope, and the half chord is w * sqrt(1 - (dy / hy)^2), w being
+    // the horizontal half diameter.
+    const double d = std::hypot(c * b, s * a);
+    const double w = flat ? 0.0 : m * ((a / d) * b);
+    const double slope = (flat || s == 0.0 || c == 0.0) ? 0.0 : s * c * ((b - a) / d) * ((b + a) / d);
+
+    ConvexRows rows(colFirst, colLast);
     for (int y = rowFirst; y <= rowLast; ++y) {
         const double dy = y + 0.5 - cy;
         RowEstimate est = RowEstimate::unknown();
-        if (!flat && A > 0.0 && std::isfinite(A)) {
-            const double B = 2.0 * dy * s * c * (i2 - i1);
-            const double C = dy * dy * (s * s * i1 + c * c * i2) - 1.0;
-            const double t0 = -B / (2.0 * A);
-            const double disc = B * B - 4.0 * A * C;
-            if (std::isnan(disc) || std::isnan(t0))
-                est = RowEstimate::unknown();
-            else if (disc < 0.0)
-                est = RowEstimate::miss(cx + t0);
-            else {
-                const double h = std::sqrt(disc) / (2.0 * A);
-                est = RowEstimate::chord(cx + t0 - h, cx + t0 + h);
+        if (!flat) {
+            const double q = dy / hy;
+            const double t0 = dy * slope;
+            if (!std::isnan(q) && !std::isnan(t0)) {
+                if (std::abs(q) > 1.0) {
+                    est = RowEstimate::miss(cx + t0);
+                } else {
+                    const double h = w * std::sqrt((1.0 - q) * (1.0 + q));
+                    est = RowEstimate::chord(cx + t0 - h, cx + t0 + h);
+                }
             }
-        } else if (flat) {
+        } else {
             // The segment along the non-zero axis: one point of each row, or the
             // whole segment on the row it lies along.
-            const double a = r1 == 0.0 ? r2 : r1;           // half length
-            const double ex = r1 == 0.0 ? s : c;            // direction on the screen
+            const double half = r1 == 0.0 ? r2 : r1;
+            const double ex = r1 == 0.0 ? s : c;  // its direction on the screen
             const double ey = r1 == 0.0 ? c : -s;
-            if (ey == 0.0)
-                est = dy == 0.0 ? RowEstimate::chord(cx - a * std::abs(ex), cx + a * std::abs(ex))
+            if (ey == 0.0) {
+                est = dy == 0.0 ? RowEstimate::chord(cx - half * std::abs(ex), cx + half * std::abs(ex))
                                 : RowEstimate::miss(cx);
-            else {
+            } else {
                 const double t = dy / ey;
-                est = std::abs(t) <= a ? RowEstimate::chord(cx + t * ex, cx + t * ex) : RowEstimate::miss(cx);
+                est = std::abs(t) <= half ? RowEstimate::chord(cx + t * ex, cx + t * ex) : RowEstimate::miss(cx);
             }
         }
-        emitConvexRow(sink, y, est, [&](int x) { return inside(x + 0.5 - cx, dy); }, colFirst, colLast);
+        rows.emit(sink, y, est, [&](int x) { return inside(x + 0.5 - cx, dy); });
     }
 }
 
@@ -736,27 +830,31 @@ void RoiRasterizer::rasterizeTorus(SpanSink& sink) const
         start += sweep;
         sweep = -sweep;
     }
+
     // Sector sides in mathematical orientation (y up): a pixel centre offset
-    // (dx, dy) on the screen is (dx, -dy) there.
+    // (dx, dy) on the screen is (dx, -dy) there. Up to a half turn the sector
+    // is the closed wedge from the start side S round to the end side E (the
+    // start ray alone for no sweep); beyond, everything but the open wedge
+    // from E round to S. Either wedge meets a row in one run.
     double ss = 0.0;
     double sc = 1.0;
     double es = 0.0;
     double ec = 1.0;
     sinCosDegrees(start, ss, sc);
     sinCosDegrees(start + sweep, es, ec);
+    const bool convex = sweep <= 180.0;
     auto cross = [](double ax, double ay, double bx, double by) { return ax * by - ay * bx; };
-    auto inSector = [=](double dx, double dy) {
-        if (ring)
-            return true;
+    auto inWedge = [=](double dx, double dy) {
         const double mx = dx;
         const double my = -dy;
         if (sweep == 0.0)
             return cross(sc, ss, mx, my) == 0.0 && sc * mx + ss * my >= 0.0;
-        if (sweep <= 180.0)
-            return cross(sc, ss, mx, my) >= 0.0 && cross(mx, my, ec, es) >= 0.0;
-        // Beyond a half turn: everything but the open wedge from the end side
-        // round to the start side.
-        return !(cross(ec, es, mx, my) > 0.0 && cross(mx, my, sc, ss) > 0.0);
+        return cross(sc, ss, mx, my) >= 0.0 && cross(mx, my, ec, es) >= 0.0;
+    };
+    auto inOpenWedge = [=](double dx, double dy) {
+        const double mx = dx;
+        const double my = -dy;
+        return cross(ec, es, mx, my) > 0.0 && cross(mx, my, sc, ss) > 0.0;
     };
 
     const double rrOut = rOut * rOut;
@@ -769,27 +867,9 @@ void RoiRasterizer::rasterizeTorus(SpanSink& sink) const
         || !centreRange(cx - rOut, cx + rOut, 1, colFirst, colLast))
         return;
 
-    auto emitPart = [&](int y, double dy, int first, int last) {
-        if (first > last)
-            return;
-        if (ring) {
-            sink.addSpan(y, first, last + 1);
-            return;
-        }
-        int runStart = -1;
-        for (int x = first; x <= last; ++x) {
-            if (inSector(x + 0.5 - cx, dy)) {
-                if (runStart < 0)
-                    runStart = x;
-            } else if (runStart >= 0) {
-                sink.addSpan(y, runStart, x);
-                runStart = -1;
-            }
-        }
-        if (runStart >= 0)
-            sink.addSpan(y, runStart, last + 1);
-    };
-
+    ConvexRows outerRows(colFirst, colLast);
+    ConvexRows holeRows(colFirst, colLast);
+    ConvexRows wedgeRows(colFirst, colLast);
     for (int y = rowFirst; y <= rowLast; ++y) {
         const double dy = y + 0.5 - cy;
         const double dyy = dy * dy;
@@ -801,17 +881,63 @@ void RoiRasterizer::rasterizeTorus(SpanSink& sink) const
             const double dx = x + 0.5 - cx;
             return dx * dx + dyy < rrIn;
         };
+
+        // The ring on this row: up to two runs.
+        int ringRuns[2][2] = {{0, -1}, {0, -1}};
         int lo = 0;
         int hi = 0;
-        if (!convexSpan(circleChord(cx, rOut, dy), inOuter, colFirst, colLast, lo, hi))
+        if (!outerRows.span(circleChord(cx, rOut, dy), inOuter, lo, hi))
             continue;
         int holeLo = 0;
         int holeHi = 0;
-        if (rIn > 0.0 && convexSpan(circleChord(cx, rIn, dy), inHole, colFirst, colLast, holeLo, holeHi)) {
-            emitPart(y, dy, lo, std::min(hi, holeLo - 1));
-            emitPart(y, dy, std::max(lo, holeHi + 1), hi);
+        if (rIn > 0.0 && holeRows.span(circleChord(cx, rIn, dy), inHole, holeLo, holeHi)) {
+            ringRuns[0][0] = lo;
+            ringRuns[0][1] = std::min(hi, holeLo - 1);
+            ringRuns[1][0] = std::max(lo, holeHi + 1);
+            ringRuns[1][1] = hi;
         } else {
-            emitPart(y, dy, lo, hi);
+            ringRuns[0][0] = lo;
+            ringRuns[0][1] = hi;
+        }
+
+        // The sector on this row: up to two runs. Offsets t = dx meet the
+        // wedge sides where alpha * t + beta >= 0.
+        int sectorRuns[2][2] = {{0, kLimit - 1}, {0, -1}};
+        if (!ring) {
+            HalfLines lines;
+            int wl = 0;
+            int wr = 0;
+            if (convex) {
+                lines.add(-ss, -sc * dy);  // left of S
+                if (sweep == 0.0) {
+                    lines.add(ss, sc * dy);   // on S
+                    lines.add(sc, -ss * dy);  // ahead of the apex
+                } else {
+                    lines.add(es, ec * dy);   // right of E
+                }
+                if (!wedgeRows.span(lines.estimate(cx), [&](int x) { return inWedge(x + 0.5 - cx, dy); }, wl, wr))
+                    continue;
+                sectorRuns[0][0] = wl;
+                sectorRuns[0][1] = wr;
+            } else {
+                lines.add(-es, -ec * dy);  // left of E
+                lines.add(ss, sc * dy);    // right of S
+                if (wedgeRows.span(lines.estimate(cx), [&](int x) { return inOpenWedge(x + 0.5 - cx, dy); }, wl,
+                                   wr)) {
+                    sectorRuns[0][1] = wl - 1;
+                    sectorRuns[1][0] = wr + 1;
+                    sectorRuns[1][1] = kLimit - 1;
+                }
+            }
+        }
+
+        for (const auto& ringRun : ringRuns) {
+            for (const auto& sectorRun : sectorRuns) {
+                const int first = std::max(ringRun[0], sectorRun[0]);
+                const int last = std::min(ringRun[1], sectorRun[1]);
+                if (first <= last)
+                    sink.addSpan(y, first, last + 1);
+            }
         }
     }
 }

@@ -14,6 +14,8 @@ class VorRegion;
 // its width is one past the largest column inside and its height one past the
 // largest row inside. Pixels at negative coordinates and beyond 16384 in either
 // direction are cut away. Nothing inside gives an empty picture (0 by 0).
+// The target always receives a new matrix: pixels it shared with other images
+// are left as they were. A null target does nothing.
 //
 // Which pixels are inside:
 // - areas (rectangle, rotated rectangle, circle, ellipse, annulus sector,
@@ -24,7 +26,36 @@ class VorRegion;
 //   most one pixel along its circle;
 // - a point: the pixel that holds it;
 // - a mask ROI: its mask;
-// - a ROI of no kind, or with a coordinate that is not finite: nothing.
+// - a ROI of no kind, or with a coordinate, size or angle that is not
+//   finite: nothing.
+//
+// The figures in detail. Angles are degrees, counter-clockwise on the screen
+// (y down), 0 at three o'clock: the point at angle a and distance r from c is
+// (c.x + r cos a, c.y - r sin a). Negative sizes and radii count as their
+// absolute values.
+// - rectangle: the two corners in any order;
+// - rotated rectangle: centre, full width along its own x axis, full height,
+//   angle of its own x axis;
+// - ellipse: centre, radius along its own x axis, radius along its own y axis,
+//   angle of its own x axis; a radius of zero leaves the segment along the
+//   other axis;
+// - annulus sector: centre, the two radii in either order, start angle and
+//   sweep; a positive sweep turns counter-clockwise, a sweep of a full turn or
+//   more gives the whole ring. The sector is closed: its apex and both sides
+//   belong to it; a sweep of zero keeps the start ray alone;
+// - polygon: closed from the last vertex back to the first; where sides cross,
+//   the even-odd rule decides; pixel centres on a side are inside. One vertex
+//   or two leave a point or a segment;
+// - line and free line: a line from each vertex to the next (a free line is
+//   not closed). Along the longer axis of each line every pixel between the
+//   ends is taken, across it the pixel nearest to the ideal line; where the
+//   ideal line passes exactly between two pixels, the one with the smaller
+//   coordinate. A line and its reverse thus have the same pixels;
+// - arc: centre, radius, start angle and sweep from the start; a sweep beyond
+//   a full turn draws the circle once;
+// - mask: every pixel that is non-zero in any channel.
+//
+// A region is painted run by run, cut in the same way as a ROI.
 namespace VORMV {
 
 VORDATACONVERT_EXPORT void VorROIToBinImage(VorImage* image, VorROI& roi);
