@@ -23,6 +23,7 @@ private slots:
     void unsupportedChannelCountsGiveNullQImage();
     void sixteenBitValuesScaleBySinglePrecisionFormula_data();
     void sixteenBitValuesScaleBySinglePrecisionFormula();
+    void everySixteenBitValueScalesBySinglePrecisionFormula();
     void paddedEightBitRowsAreReadAsPacked();
     void paddedSixteenBitRowsRespectTheStep();
     void otherDepthsTakeTheSixteenBitPath();
@@ -170,6 +171,31 @@ void tst_ImageConversion::sixteenBitValuesScaleBySinglePrecisionFormula()
     QCOMPARE(qBlue(c.pixel(0, 0)), shown);
     QCOMPARE(qGreen(c.pixel(0, 0)), 0);
     QCOMPARE(qRed(c.pixel(0, 0)), shown);
+}
+
+void tst_ImageConversion::everySixteenBitValueScalesBySinglePrecisionFormula()
+{
+    // All 65536 values, in a grey picture and in each plane of a colour one.
+    cv::Mat gray(256, 256, CV_16UC1);
+    cv::Mat colour(256, 256, CV_16UC3);
+    for (int v = 0; v < 65536; ++v) {
+        gray.at<ushort>(v / 256, v % 256) = ushort(v);
+        colour.at<cv::Vec3w>(v / 256, v % 256) = cv::Vec3w(ushort(v), ushort(65535 - v), ushort(v ^ 0x5a5a));
+    }
+    VorImage grayImage(gray);
+    VorImage colourImage(colour);
+    const QImage g = ConvertVorImageToQImage(&grayImage);
+    const QImage c = ConvertVorImageToQImage(&colourImage);
+    int mismatches = 0;
+    for (int v = 0; v < 65536; ++v) {
+        const int x = v % 256;
+        const int y = v / 256;
+        const QRgb px = c.pixel(x, y);
+        if (g.pixelIndex(x, y) != plainScale(ushort(v)) || qBlue(px) != plainScale(ushort(v))
+            || qGreen(px) != plainScale(ushort(65535 - v)) || qRed(px) != plainScale(ushort(v ^ 0x5a5a)))
+            ++mismatches;
+    }
+    QCOMPARE(mismatches, 0);
 }
 
 void tst_ImageConversion::paddedEightBitRowsAreReadAsPacked()
