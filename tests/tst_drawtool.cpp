@@ -40,6 +40,8 @@ private slots:
     void rightClickReachesNoTool();
     void rightClickLeavesTheSelectionAlone();
     void rightDoubleClickReachesTheScenesToolDispatch();
+    void movesReachTheToolsDuringARightButtonPan();
+    void hoverInADrawModeOnlyNotesThePoint();
     void middleButtonDrawsLikeTheLeft();
     void middleClickOnEmptyGroundReportsNoLeftClick();
     void modeWithoutToolIgnoresTheMouse();
@@ -538,6 +540,45 @@ void tst_DrawTool::rightDoubleClickReachesTheScenesToolDispatch()
     QCOMPARE(w.scene()->GetDrawMode(), DM_RECT1);
     QVERIFY(w.active()->shapes().isEmpty());
     QVERIFY(log.shapeEvents().isEmpty());
+    w.scene()->SetDrawMode(DM_SELECT);
+}
+
+void tst_DrawTool::movesReachTheToolsDuringARightButtonPan()
+{
+    // The picture fits the viewport, so the pan cannot scroll.
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    ODRect1* a = addRect(w.active(), 40, 40, 100, 80);
+    const long id = a->GetShapeID();
+    w.press(QPointF(70, 60));
+    w.press(QPointF(70, 60), Qt::RightButton);
+    QVERIFY(w.view()->isRightDown());
+    w.move(QPointF(80, 65), Qt::LeftButton | Qt::RightButton);
+    QVERIFY(w.view()->isRightMoved());
+    QCOMPARE(selectTool()->dragState(), 4);
+    QCOMPARE(paramsOf(a), (QVector<double>{50, 45, 110, 85}));
+    w.release(QPointF(80, 65), Qt::RightButton);
+    QCOMPARE(selectTool()->dragState(), 4);
+    QVERIFY(log.shapeEvents().isEmpty());
+    w.release(QPointF(80, 65));
+    QCOMPARE(log.shapeEvents(), QStringList{movedText(id)});
+}
+
+void tst_DrawTool::hoverInADrawModeOnlyNotesThePoint()
+{
+    PictureWindow w;
+    ODRect1* a = addRect(w.active(), 40, 40, 100, 80);
+    w.click(QPointF(70, 60));
+    QVERIFY(selectTool()->currentShape() == a);
+    w.scene()->SetDrawMode(DM_RECT1);
+    const long id = ODShape::s_ID;
+
+    w.move(QPointF(77, 66), Qt::NoButton);
+    QCOMPARE(rectTool()->curPoint(), QPointF(77, 66));
+    QVERIFY(rectTool()->shape() == nullptr);
+    QCOMPARE(ODShape::s_ID, id);
+    QCOMPARE(paramsOf(a), (QVector<double>{40, 40, 100, 80}));
+    QCOMPARE(w.scene()->GetDrawMode(), DM_RECT1);
     w.scene()->SetDrawMode(DM_SELECT);
 }
 

@@ -85,6 +85,8 @@ private slots:
     void dragOfEachHandleResizes_data();
     void dragOfEachHandleResizes();
     void handleDragAcrossTheOppositeSideEndsNormalised();
+    void handleDragOfAPointReportsAMove();
+    void releaseResetsTheViewportCursor();
     void pressAndReleaseOnCurrentShapeKeepsItCurrent();
     void pressAndReleaseOnAHandleIsAClick();
     void twoOverlappingBodiesSelectTheOlderWithoutMenu();
@@ -333,6 +335,40 @@ void tst_SelectTool::handleDragAcrossTheOppositeSideEndsNormalised()
     w.release(QPointF(120, 90));
     QCOMPARE(paramsOf(a), (QVector<double>{100, 80, 120, 90}));
     QCOMPARE(log.shapeEvents(), QStringList{resizedText(a->GetShapeID())});
+}
+
+void tst_SelectTool::handleDragOfAPointReportsAMove()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    // A shape of the point kind: the event depends on the kind alone.
+    ODRect1* a = addRect(w.active(), 40, 40, 100, 80);
+    a->setDrawMode(DM_POINT);
+    const long id = a->GetShapeID();
+    w.click(QPointF(55, 55));
+    log.entries.clear();
+
+    w.drag(QPointF(100, 80), QPointF(110, 90));
+    QCOMPARE(paramsOf(a), (QVector<double>{40, 40, 110, 90}));
+    QCOMPARE(log.shapeEvents(), QStringList{movedText(id)});
+}
+
+void tst_SelectTool::releaseResetsTheViewportCursor()
+{
+    PictureWindow w;
+    QWidget* viewport = w.view()->viewport();
+    viewport->setCursor(Qt::CrossCursor);
+    // The right button's release does not reach the tool.
+    w.click(QPointF(150, 120), Qt::RightButton);
+    QCOMPARE(viewport->cursor().shape(), Qt::CrossCursor);
+    w.click(QPointF(150, 120));
+    QCOMPARE(viewport->cursor().shape(), Qt::ArrowCursor);
+
+    w.view()->setDrawModeCursorIcon(DM_RECT1);
+    w.scene()->SetDrawMode(DM_RECT1);
+    QCOMPARE(viewport->cursor().shape(), Qt::CrossCursor);
+    w.drag(QPointF(20, 20), QPointF(60, 50));
+    QCOMPARE(viewport->cursor().shape(), Qt::ArrowCursor);
 }
 
 void tst_SelectTool::pressAndReleaseOnCurrentShapeKeepsItCurrent()

@@ -23,6 +23,12 @@ class LayerScene
 {
 public:
     LayerScene() { scene.CreateLayers(); }
+    // The scene deletes the active layer only: the static layer's shapes go here.
+    ~LayerScene()
+    {
+        fixed()->clearSelectedShape();
+        fixed()->clearShape();
+    }
     ShaperLayer* active() const { return scene.GetActiveLayer(); }
     ShaperLayer* fixed() const { return scene.GetStaticActiveLayer(); }
     ImageCtrlScene scene;

@@ -127,6 +127,15 @@ public:
         QApplication::processEvents();
         setZoom(zoom);
     }
+    // The scene never deletes its static layer; the shapes a test put there
+    // go here, so that nothing outlives the window.
+    ~PictureWindow()
+    {
+        if (ShaperLayer* layer = staticLayer()) {
+            layer->clearSelectedShape();
+            layer->clearShape();
+        }
+    }
 
     void setZoom(double zoom)
     {
