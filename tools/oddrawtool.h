@@ -29,9 +29,9 @@ public:
     void mousePressEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event, ODShape*) override
     {
         ODShapeTool::mousePressEvent(scene, event, nullptr);
-        // A shape left by an unfinished drag goes at once, without leaving its
-        // layer first.
-        delete m_shape;
+        // A shape left by an unfinished drag goes at once. It leaves its layer's
+        // lists and the select tool first, so that nothing keeps its address.
+        dropUnfinishedShape();
         m_shape = new T(scene, event->scenePos());
         m_shape->SetScale(float(m_scale));
         m_shape->SetOffset(m_offsetX, m_offsetY);
@@ -82,6 +82,22 @@ private:
             return qAbs(dx) < 2 || qAbs(dy) < 2;
         }
         return false;
+    }
+
+    void dropUnfinishedShape()
+    {
+        if (!m_shape)
+            return;
+        if (selectTool()->currentShape() == m_shape)
+            selectTool()->clearCurrentShape();
+        if (ODShapeLayer* layer = m_shape->shaperLayer()) {
+            while (layer->removeSelectedShape(m_shape)) {
+            }
+            layer->removeShape(m_shape);
+        } else {
+            delete m_shape;
+        }
+        m_shape = nullptr;
     }
 
     void discard(ImageCtrlScene* scene)
