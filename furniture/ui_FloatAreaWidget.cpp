@@ -16,6 +16,9 @@ QToolButton* Ui_FloatAreaWidget::makeButton(QWidget* form, const char* name, QSi
     icon.addFile(QString::fromUtf8(iconPath), QSize(), QIcon::Normal, QIcon::Off);
     button->setIcon(icon);
     button->setIconSize(QSize(iconSize, iconSize));
+    // The strip lies on the picture: a raised button panel would cover it with
+    // the style's opaque button colour, whatever the style sheet says.
+    button->setAutoRaise(true);
     return button;
 }
 

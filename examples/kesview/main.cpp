@@ -1,17 +1,21 @@
 // kesview: a small host for the image window. It shows picture files named on
 // the command line, or a generated inspection picture, in a KESImageWnd.
 //
-//   kesview [--events] [--size WxH] [--screenshot FILE] [PICTURE...]
+//   kesview [--events] [--size WxH] [--cross JSON] [--grid JSON] [--float TEXT]
+//           [--zoom S] [--draw-rect X1,Y1,X2,Y2] [--screenshot FILE] [PICTURE...]
 //
 // Keys: PageDown/N and PageUp/P step through the pictures, + and - zoom, F fits
 // the picture to the window, 1 shows it at one pixel per pixel, L turns the
-// pixel values shown at high zoom off and on, Q or Esc quits.
+// pixel values shown at high zoom off and on, R starts drawing a rectangle, Q
+// or Esc quits. The tool bar's load button opens a picture of the host's choice.
 
 #include "picturefile.h"
 #include "viewerwindow.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QJsonDocument>
+#include <QJsonParseError>
 #include <QPixmap>
 #include <QRegularExpression>
 #include <QTimer>
@@ -33,6 +37,41 @@ bool parseSize(const QString& text, QSize* size)
     return true;
 }
 
+// "X1,Y1,X2,Y2": two corners in picture pixels.
+bool parseCorners(const QString& text, QPointF* from, QPointF* to)
+{
+    const QStringList parts = text.split(QLatin1Char(','));
+    if (parts.size() != 4)
+        return false;
+    double v[4];
+    for (int i = 0; i < 4; ++i) {
+        bool ok = false;
+        v[i] = parts.at(i).trimmed().toDouble(&ok);
+        if (!ok)
+            return false;
+    }
+    *from = QPointF(v[0], v[1]);
+    *to = QPointF(v[2], v[3]);
+    return true;
+}
+
+// The window takes any text for its reticles and ignores what it cannot use;
+// kesview says so instead.
+bool isJsonObject(const QString& text, QString* error)
+{
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8(), &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        *error = parseError.errorString();
+        return false;
+    }
+    if (!document.isObject()) {
+        *error = QStringLiteral("not a JSON object");
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -44,7 +83,8 @@ int main(int argc, char* argv[])
     parser.setApplicationDescription(QStringLiteral(
         "Shows pictures in the KESImageWnd image window; with no picture, a generated inspection picture.\n"
         "Keys: PageDown/N, PageUp/P step through the pictures; + and - zoom; F fits; 1 is one to one;\n"
-        "L turns the pixel values at high zoom off and on; Q or Esc quits."));
+        "L turns the pixel values at high zoom off and on; R starts drawing a rectangle; Q or Esc quits.\n"
+        "The tool bar's load button opens a picture; the other options apply before --screenshot grabs."));
     parser.addHelpOption();
     const QCommandLineOption eventsOption(QStringLiteral("events"),
                                           QStringLiteral("Print every signal of the image window to stdout."));
@@ -54,9 +94,36 @@ int main(int argc, char* argv[])
     const QCommandLineOption sizeOption(QStringLiteral("size"),
                                         QStringLiteral("Size of the main window (default 1280x900)."),
                                         QStringLiteral("WxH"), QStringLiteral("1280x900"));
+    const QCommandLineOption crossOption(
+        QStringLiteral("cross"),
+        QStringLiteral("Cross-line reticle as JSON, e.g. "
+                       "{\"visible\":true,\"color\":\"0,255,0,255\",\"circleRadius\":30}."),
+        QStringLiteral("JSON"));
+    const QCommandLineOption gridOption(
+        QStringLiteral("grid"),
+        QStringLiteral("Grid reticle as JSON, e.g. {\"visible\":true,\"gap\":64,\"color\":\"255,255,0,120\"}."),
+        QStringLiteral("JSON"));
+    const QCommandLineOption floatOption(
+        QStringLiteral("float"),
+        QStringLiteral("Show the floating button strip over the picture with TEXT as its tip, "
+                       "and the number label."),
+        QStringLiteral("TEXT"));
+    const QCommandLineOption zoomOption(QStringLiteral("zoom"),
+                                        QStringLiteral("Zoom to scale S (1 is one to one) once the picture is shown."),
+                                        QStringLiteral("S"));
+    const QCommandLineOption drawRectOption(
+        QStringLiteral("draw-rect"),
+        QStringLiteral("Draw a rectangle with the mouse from corner X1,Y1 to X2,Y2 (picture pixels) once the "
+                       "picture is shown, then click it to select it."),
+        QStringLiteral("X1,Y1,X2,Y2"));
     parser.addOption(eventsOption);
     parser.addOption(screenshotOption);
     parser.addOption(sizeOption);
+    parser.addOption(crossOption);
+    parser.addOption(gridOption);
+    parser.addOption(floatOption);
+    parser.addOption(zoomOption);
+    parser.addOption(drawRectOption);
     parser.addPositionalArgument(QStringLiteral("pictures"), QStringLiteral("PNG, BMP, JPEG or TIFF files."),
                                  QStringLiteral("[PICTURE...]"));
     parser.process(app);
@@ -65,6 +132,31 @@ int main(int argc, char* argv[])
     if (!parseSize(parser.value(sizeOption), &size)) {
         std::fprintf(stderr, "kesview: --size wants WIDTHxHEIGHT, e.g. 1280x900, not \"%s\"\n",
                      qPrintable(parser.value(sizeOption)));
+        return 2;
+    }
+    for (const QCommandLineOption* option : {&crossOption, &gridOption}) {
+        QString error;
+        if (parser.isSet(*option) && !isJsonObject(parser.value(*option), &error)) {
+            std::fprintf(stderr, "kesview: --%s: %s\n", qPrintable(option->names().first()), qPrintable(error));
+            return 2;
+        }
+    }
+    double zoomScale = 0.0;
+    if (parser.isSet(zoomOption)) {
+        bool ok = false;
+        zoomScale = parser.value(zoomOption).toDouble(&ok);
+        if (!ok || !(zoomScale > 0.0)) {
+            std::fprintf(stderr, "kesview: --zoom wants a scale above 0, e.g. 2 or 0.5, not \"%s\"\n",
+                         qPrintable(parser.value(zoomOption)));
+            return 2;
+        }
+    }
+    QPointF rectFrom;
+    QPointF rectTo;
+    const bool drawRect = parser.isSet(drawRectOption);
+    if (drawRect && !parseCorners(parser.value(drawRectOption), &rectFrom, &rectTo)) {
+        std::fprintf(stderr, "kesview: --draw-rect wants X1,Y1,X2,Y2 in picture pixels, not \"%s\"\n",
+                     qPrintable(parser.value(drawRectOption)));
         return 2;
     }
     const QStringList files = parser.positionalArguments();
@@ -78,6 +170,35 @@ int main(int argc, char* argv[])
     window.show();
 
     bool readable = window.showPicture(0);
+
+    KESImageWnd* imageWnd = window.imageWindow();
+    if (parser.isSet(crossOption))
+        imageWnd->setCrossLineInfo(parser.value(crossOption));
+    if (parser.isSet(gridOption))
+        imageWnd->setGridLineInfo(parser.value(gridOption));
+    if (parser.isSet(floatOption)) {
+        imageWnd->SetFloatAreaVisible(true);
+        imageWnd->SetIntoBtnVisible(true);
+        imageWnd->SetFloatTipText(parser.value(floatOption));
+        imageWnd->setNum(QStringLiteral("1"));
+        imageWnd->setNumVisible(true);
+    }
+
+    // Zoom and drawing wait until the window has laid itself out and shows
+    // the picture at its size.
+    bool drawn = true;
+    auto applyShown = [&] {
+        QApplication::processEvents();
+        if (zoomScale > 0.0)
+            imageWnd->zoom(zoomScale);
+        if (drawRect && readable) {
+            QApplication::processEvents();
+            QString error;
+            drawn = window.drawRectangle(rectFrom, rectTo, &error);
+            if (!drawn)
+                std::fprintf(stderr, "kesview: --draw-rect: %s\n", qPrintable(error));
+        }
+    };
     if (screenshot) {
         // In a batch run every named file must be readable, not only the one shown.
         for (int i = 1; i < files.size(); ++i) {
@@ -90,17 +211,23 @@ int main(int argc, char* argv[])
         if (!readable)
             return 1;
         int exitCode = 0;
-        QTimer::singleShot(300, &window, [&] {
-            QApplication::processEvents();
-            const QPixmap pixels = window.grab();
-            if (!pixels.save(shotFile)) {
-                std::fprintf(stderr, "kesview: cannot write %s\n", qPrintable(shotFile));
-                exitCode = 1;
-            }
-            QApplication::exit(exitCode);
+        QTimer::singleShot(100, &window, [&] {
+            applyShown();
+            QTimer::singleShot(300, &window, [&] {
+                QApplication::processEvents();
+                const QPixmap pixels = window.grab();
+                if (!pixels.save(shotFile)) {
+                    std::fprintf(stderr, "kesview: cannot write %s\n", qPrintable(shotFile));
+                    exitCode = 1;
+                }
+                if (!drawn)
+                    exitCode = 1;
+                QApplication::exit(exitCode);
+            });
         });
         app.exec();
         return exitCode;
     }
+    QTimer::singleShot(100, &window, applyShown);
     return app.exec();
 }

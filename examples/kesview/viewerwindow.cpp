@@ -4,12 +4,19 @@
 #include "samplepicture.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QDir>
 #include <QEvent>
+#include <QFileDialog>
 #include <QFileInfo>
+#include <QGraphicsView>
 #include <QKeySequence>
+#include <QMouseEvent>
+#include <QPushButton>
 #include <QResizeEvent>
 #include <QWidget>
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 
@@ -25,6 +32,11 @@ __attribute__((format(printf, 1, 2))) void printLine(const char* format, ...)
     std::fputc('\n', stdout);
     std::fflush(stdout);
 }
+
+// The tool bar's buttons, by number.
+constexpr int kLoadButton = 0;
+constexpr int kRectangleButton = 6;
+constexpr int kToolbarButtons = 13;
 
 } // namespace
 
@@ -42,6 +54,9 @@ ViewerWindow::ViewerWindow(const QStringList& files, QWidget* parent)
     // An operator zooms in to read pixel values: have them shown from the start.
     m_imageWnd->enablePixelVisible(m_pixelValues);
     m_central->installEventFilter(this);
+    // Queued: the host's own dialog opens once the window has finished its
+    // click, not in the middle of it.
+    connect(m_imageWnd, &KESImageWnd::buttonClicked, this, &ViewerWindow::onButtonClicked, Qt::QueuedConnection);
     addShortcuts();
     setTitle(QString());
 }
@@ -79,7 +94,131 @@ void ViewerWindow::addShortcuts()
     add({QKeySequence(Qt::Key_F)}, [this] { m_imageWnd->zoomFitWnd(); });
     add({QKeySequence(Qt::Key_1)}, [this] { m_imageWnd->zoomReset(); });
     add({QKeySequence(Qt::Key_L)}, [this] { togglePixelValues(); });
+    add({QKeySequence(Qt::Key_R)}, [this] { startRectangleDrawing(); });
     add({QKeySequence(Qt::Key_Q), QKeySequence(Qt::Key_Escape)}, [this] { close(); });
+}
+
+void ViewerWindow::onButtonClicked(long button)
+{
+    if (button == kLoadButton)
+        openPictureDialog();
+}
+
+void ViewerWindow::openPictureDialog()
+{
+    // The window's load button shows the window's own open dialog, but the
+    // window reads no file and does not say which one was chosen: it empties
+    // its picture and reports only the click, as buttonClicked(0). The host
+    // asks for the file itself and shows it.
+    const QString folder =
+        m_current >= 0 && m_current < m_files.size() ? QFileInfo(m_files.at(m_current)).absolutePath()
+                                                     : QDir::currentPath();
+    const QString path = QFileDialog::getOpenFileName(
+        this, QStringLiteral("Open picture"), folder,
+        QStringLiteral("Pictures (*.png *.bmp *.jpg *.jpeg *.tif *.tiff);;"
+                       "PNG (*.png);;BMP (*.bmp);;JPEG (*.jpg *.jpeg);;TIFF (*.tif *.tiff);;"
+                       "All files (*)"));
+    if (path.isEmpty()) {
+        // The window has emptied its picture: put the one shown back.
+        showPicture(qMax(m_current, 0));
+        return;
+    }
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    int index = -1;
+    for (int i = 0; i < m_files.size(); ++i) {
+        if (QFileInfo(m_files.at(i)).absoluteFilePath() == absolute) {
+            index = i;
+            break;
+        }
+    }
+    if (index < 0) {
+        m_files.append(path);
+        index = m_files.size() - 1;
+    }
+    showPicture(index);
+}
+
+QGraphicsView* ViewerWindow::pictureView() const
+{
+    return m_central->findChild<QGraphicsView*>();
+}
+
+QPushButton* ViewerWindow::toolbarButton(int number) const
+{
+    if (number < 0 || number >= kToolbarButtons)
+        return nullptr;
+    // The tool bar is the widget that holds the 13 push buttons. Shown, they
+    // stand in one row, left to right in the order of their numbers.
+    const QList<QWidget*> widgets = m_central->findChildren<QWidget*>();
+    for (QWidget* bar : widgets) {
+        QList<QPushButton*> buttons = bar->findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly);
+        if (buttons.size() != kToolbarButtons)
+            continue;
+        std::stable_sort(buttons.begin(), buttons.end(),
+                         [](const QPushButton* a, const QPushButton* b) { return a->x() < b->x(); });
+        return buttons.at(number);
+    }
+    return nullptr;
+}
+
+bool ViewerWindow::startRectangleDrawing()
+{
+    QPushButton* button = toolbarButton(kRectangleButton);
+    if (!button)
+        return false;
+    button->click();
+    return true;
+}
+
+void ViewerWindow::sendMouse(QEvent::Type type, const QPointF& picturePos, Qt::MouseButton button,
+                             Qt::MouseButtons buttons)
+{
+    QGraphicsView* view = pictureView();
+    QWidget* viewport = view->viewport();
+    // Scene coordinates are picture pixels.
+    const QPoint local = view->mapFromScene(picturePos);
+    QMouseEvent event(type, QPointF(local), QPointF(viewport->mapTo(this, local)),
+                      QPointF(viewport->mapToGlobal(local)), button, buttons, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &event);
+}
+
+bool ViewerWindow::drawRectangle(const QPointF& from, const QPointF& to, QString* error)
+{
+    QGraphicsView* view = pictureView();
+    if (!view) {
+        *error = QStringLiteral("the window has no view");
+        return false;
+    }
+    // An operator reaches only what the view shows.
+    const QRect shown = view->viewport()->rect();
+    for (const QPointF& corner : {from, to}) {
+        if (!shown.contains(view->mapFromScene(corner))) {
+            *error = QStringLiteral("%1,%2 lies outside what the view shows").arg(corner.x()).arg(corner.y());
+            return false;
+        }
+    }
+    if (!startRectangleDrawing()) {
+        *error = QStringLiteral("the tool bar has no rectangle button");
+        return false;
+    }
+    QApplication::processEvents();
+
+    // The drag: press at one corner, a few moves on the way, release at the other.
+    sendMouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    constexpr int kMoves = 4;
+    for (int i = 1; i <= kMoves; ++i) {
+        const QPointF p = from + (to - from) * (double(i) / kMoves);
+        sendMouse(QEvent::MouseMove, p, Qt::NoButton, Qt::LeftButton);
+    }
+    sendMouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    QApplication::processEvents();
+
+    // A click in the middle selects the new rectangle.
+    const QPointF middle = (from + to) / 2.0;
+    sendMouse(QEvent::MouseButtonPress, middle, Qt::LeftButton, Qt::LeftButton);
+    sendMouse(QEvent::MouseButtonRelease, middle, Qt::LeftButton, Qt::NoButton);
+    QApplication::processEvents();
+    return true;
 }
 
 void ViewerWindow::step(int delta)

@@ -2,9 +2,13 @@
 
 #include <KESImageWnd.h>
 
+#include <QEvent>
 #include <QMainWindow>
+#include <QPointF>
 #include <QStringList>
 
+class QGraphicsView;
+class QPushButton;
 class QWidget;
 
 // The demo host's main window: one KESImageWnd embedded in the central widget,
@@ -27,11 +31,31 @@ public:
 
     KESImageWnd* imageWindow() const { return m_imageWnd; }
 
+    // The widgets the image window builds inside the central widget, found as
+    // any host finds them: the view that shows the picture, and the tool bar's
+    // button of a number (0 load ... 6 rectangle ... 12 point). Null when not
+    // there.
+    QGraphicsView* pictureView() const;
+    QPushButton* toolbarButton(int number) const;
+
+    // Puts the window into rectangle drawing, as a click on the tool bar's
+    // rectangle button does. False when the button is not there.
+    bool startRectangleDrawing();
+
+    // Draws a rectangle from one corner to the other (picture pixels) with the
+    // mouse, as an operator would, then clicks inside it so that it is selected
+    // and shows its handles. False, and why in `error`, when the view or the
+    // button is not there or a corner lies outside what the view shows.
+    bool drawRectangle(const QPointF& from, const QPointF& to, QString* error);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void addShortcuts();
+    void onButtonClicked(long button);
+    void openPictureDialog();
+    void sendMouse(QEvent::Type type, const QPointF& picturePos, Qt::MouseButton button, Qt::MouseButtons buttons);
     void step(int delta);
     void togglePixelValues();
     void setTitle(const QString& what);
