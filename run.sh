@@ -3,6 +3,9 @@
 #
 #   ./run.sh demo [FILE...]     build and run the demo host, kesview
 #   ./run.sh test [--sanitize]  install what is missing, build, run the whole suite
+#   ./run.sh fuzz [SECONDS]     build the libFuzzer targets with clang in build-fuzz/
+#                               and run each for SECONDS (default 30) on a copy
+#                               of its seed corpus; non-zero on any finding
 #
 # Both install the Debian packages they need first (apt-get, through sudo when
 # not root), configure with CMake and build on all cores.
@@ -57,6 +60,48 @@ run_tests() {
     ctest --test-dir "$build_dir" --output-on-failure --parallel "$JOBS"
 }
 
+run_fuzz() {
+    local seconds="${1:-30}"
+    case "$seconds" in
+        ''|*[!0-9]*) say "fuzz: SECONDS must be a whole number, not '$seconds'"; exit 2 ;;
+    esac
+    local build_dir="$ROOT/build-fuzz"
+    CC=clang CXX=clang++ configure_and_build "$build_dir" \
+        -DKES_BUILD_FUZZ=ON -DKES_BUILD_TESTS=OFF -DKES_BUILD_BENCH=OFF -DKES_BUILD_EXAMPLES=OFF
+    local work="$build_dir/fuzz-run"
+    rm -rf "$work"
+    mkdir -p "$work"
+    local failed=0
+    local target corpus
+    for target in crossline gridline; do
+        corpus="$work/$target-corpus"
+        cp -r "$ROOT/fuzz/corpus/$target" "$corpus"
+        say "fuzz_${target}info: ${seconds}s on a copy of fuzz/corpus/$target"
+        # Leak checks with the suppressions of Qt's and fontconfig's own caches;
+        # any sanitizer report, crash, hang (10 s an input) or leak is a finding.
+        if ! QT_QPA_PLATFORM=offscreen \
+            ASAN_OPTIONS="detect_leaks=1:detect_odr_violation=0:fast_unwind_on_malloc=0" \
+            LSAN_OPTIONS="suppressions=$ROOT/tests/sanitizer/lsan.supp:print_suppressions=0" \
+            UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1" \
+            "$build_dir/fuzz/fuzz_${target}info" "$corpus" \
+                -dict="$ROOT/fuzz/$target.dict" -max_total_time="$seconds" -timeout=10 \
+                -rss_limit_mb=4096 -artifact_prefix="$work/$target-" -print_final_stats=1 \
+                >"$work/$target.log" 2>&1; then
+            failed=1
+        fi
+        grep -E '^(Done|stat::number_of_executed_units|stat::average_exec_per_sec)' "$work/$target.log" >&2 || true
+        if compgen -G "$work/$target-*-*" >/dev/null; then
+            failed=1
+        fi
+        if [ "$failed" -ne 0 ]; then
+            say "fuzz_${target}info found a problem: see $work/$target.log and the inputs $work/$target-*"
+            tail -n 40 "$work/$target.log" >&2
+            exit 1
+        fi
+    done
+    say "fuzz: no findings"
+}
+
 run_demo() {
     local build_dir="$ROOT/build"
     if [ ! -f "$ROOT/examples/kesview/CMakeLists.txt" ]; then
@@ -79,7 +124,8 @@ main() {
     case "$cmd" in
         test) install_packages; run_tests "$@" ;;
         demo) install_packages; run_demo "$@" ;;
-        *) say "usage: ./run.sh demo [FILE...] | ./run.sh test [--sanitize]"; exit 2 ;;
+        fuzz) install_packages; run_fuzz "$@" ;;
+        *) say "usage: ./run.sh demo [FILE...] | ./run.sh test [--sanitize] | ./run.sh fuzz [SECONDS]"; exit 2 ;;
     esac
 }
 

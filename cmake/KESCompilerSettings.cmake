@@ -10,3 +10,22 @@ if(KES_SANITIZE)
     add_compile_options(${KES_SANITIZER_FLAGS})
     add_link_options(${KES_SANITIZER_FLAGS})
 endif()
+
+# The fuzz build: clang's libFuzzer with AddressSanitizer and
+# UndefinedBehaviorSanitizer. Every object of the project gets the coverage
+# instrumentation and the sanitizers, without libFuzzer's main; the fuzz
+# executables (fuzz/) link libFuzzer itself through KES_FUZZ_LINK_FLAGS. Any
+# undefined behaviour stops the run, so that the fuzzer records it.
+if(KES_BUILD_FUZZ)
+    if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        message(FATAL_ERROR
+            "KES_BUILD_FUZZ=ON needs clang with libFuzzer, but the C++ compiler is "
+            "${CMAKE_CXX_COMPILER_ID} (${CMAKE_CXX_COMPILER}). Configure a separate build "
+            "directory with clang, e.g.: CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja "
+            "-DKES_BUILD_FUZZ=ON -DKES_BUILD_TESTS=OFF -DKES_BUILD_BENCH=OFF -DKES_BUILD_EXAMPLES=OFF")
+    endif()
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+                        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+    set(KES_FUZZ_LINK_FLAGS -fsanitize=fuzzer,address,undefined)
+endif()

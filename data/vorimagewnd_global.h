@@ -9,7 +9,7 @@
 
 // The kind of a shape and, at the same time, the index of the tool that draws
 // it. The last three kinds have no tool.
-enum DrawMode {
+enum DrawMode : int {
     DM_SELECT = 0,        // no drawing, the select tool
     DM_POINT = 1,
     DM_LINE = 2,
@@ -29,7 +29,7 @@ enum DrawMode {
 };
 
 // The direction in which the search lines of a rectangle or an annulus run.
-enum SEARCHLINEDIRECTION {
+enum SEARCHLINEDIRECTION : int {
     SL_TOP_TO_BOTTOM = 0,
     SL_BOTTOM_TO_TOP = 1,
     SL_LEFT_TO_RIGHT = 2,

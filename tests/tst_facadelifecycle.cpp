@@ -83,6 +83,20 @@ std::unique_ptr<ArgHolder> defaultArgument(const QByteArray& typeName)
     if (base.endsWith('&'))
         base.chop(1);
 
+    // Plain numbers and flags get a zero of their own: QMetaType::create leaves
+    // them uninitialised.
+    if (base == "bool")
+        return std::make_unique<ValueHolder<bool>>();
+    if (base == "int")
+        return std::make_unique<ValueHolder<int>>();
+    if (base == "long")
+        return std::make_unique<ValueHolder<long>>();
+    if (base == "qlonglong")
+        return std::make_unique<ValueHolder<qlonglong>>();
+    if (base == "double")
+        return std::make_unique<ValueHolder<double>>();
+    if (base == "float")
+        return std::make_unique<ValueHolder<float>>();
     if (base == "QImage")
         return std::make_unique<ValueHolder<QImage>>();
     if (base == "VorImage")
