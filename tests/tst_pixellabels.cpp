@@ -47,6 +47,7 @@ private slots:
 
     void thresholdIsScaleOneHundred();
     void thresholdIsOnStoredScale();
+    void wheelZoomPassesOneHundredAtAScaleThatDependsOnTheStart();
     void enablePixelVisibleStoresFlag();
     void viewCellsFollowSceneMapping();
     void nonWholeScaleLabelsStepByWholeCells();
@@ -652,6 +653,45 @@ void tst_PixelLabels::thresholdIsOnStoredScale()
     v.scene()->setScale(100.0);
     rec.reset(renderViewport(v.view));
     QVERIFY(rec->lines.size() > 0);
+}
+
+void tst_PixelLabels::wheelZoomPassesOneHundredAtAScaleThatDependsOnTheStart()
+{
+    StandaloneView v;
+    showPicture(v.layer(), rgb888Picture(20, 20));
+    v.view->enablePixelVisible(true);
+    const QPoint cursor = v.view->viewport()->rect().center();
+
+    struct Start
+    {
+        double scale;
+        int stepsBelow; // wheel steps that stay below 100
+    };
+    // From 1 the steps of 1.25 go 86.7, 108.4; from 3 they go 85.3, 106.6.
+    const Start starts[] = {{1.0, 20}, {3.0, 15}};
+    QList<double> firstAbove;
+    for (const Start& start : starts) {
+        QCOMPARE(v.view->Zoom(start.scale), 0L);
+        double expected = start.scale;
+        for (int step = 0; step < start.stepsBelow; ++step) {
+            ViewInput::wheelAtViewport(v.view, cursor, 120);
+            expected *= 1.25;
+        }
+        QCOMPARE(v.scene()->getScale(), expected);
+        QVERIFY(v.scene()->getScale() < 100.0);
+        QScopedPointer<TextRecorder> rec(renderViewport(v.view));
+        QCOMPARE(rec->lines.size(), 0);
+
+        ViewInput::wheelAtViewport(v.view, cursor, 120);
+        expected *= 1.25;
+        QCOMPARE(v.scene()->getScale(), expected);
+        QVERIFY(v.scene()->getScale() > 100.0);
+        rec.reset(renderViewport(v.view));
+        QVERIFY(rec->lines.size() > 0);
+        firstAbove << v.scene()->getScale();
+    }
+    QVERIFY(qAbs(firstAbove[0] - 108.420217) < 1e-5);
+    QVERIFY(qAbs(firstAbove[1] - 106.581410) < 1e-5);
 }
 
 void tst_PixelLabels::enablePixelVisibleStoresFlag()

@@ -36,6 +36,7 @@ private slots:
     void setDrawModeRepaintsTheWholeScene();
     void layerAccessorsAreNullBeforeLayersExist();
     void mouseEventsBeforeLayersReachNoTool();
+    void movesAndDoubleClicksBeforeLayersReachNoTool();
     void paintingBeforeLayersIsHarmless();
     void createLayersMakesActiveThenStaticLayerWithIndexZero();
     void createLayersWithCountAppendsIndexesFromOne();
@@ -271,6 +272,33 @@ void tst_SceneSettings::mouseEventsBeforeLayersReachNoTool()
     QCOMPARE(ODShape::s_ID, nextId);
     QCOMPARE(rectTool()->pressPoint(), before);
     QVERIFY(rectTool()->shape() == nullptr);
+    QCOMPARE(scene.GetDrawMode(), DM_RECT1);
+    QVERIFY(scene.items().isEmpty());
+}
+
+void tst_SceneSettings::movesAndDoubleClicksBeforeLayersReachNoTool()
+{
+    ImageCtrlScene scene;
+    scene.SetDrawMode(DM_RECT1);
+    const long nextId = ODShape::s_ID;
+    const QPointF pressBefore = rectTool()->pressPoint();
+    const QPointF curBefore = rectTool()->curPoint();
+    const QPointF at(curBefore.x() + 23.0, curBefore.y() + 11.0);
+
+    // A move that reached the tool would note the point.
+    SceneMouse move(QEvent::GraphicsSceneMouseMove, at, Qt::NoButton);
+    QApplication::sendEvent(&scene, move.get());
+    QCOMPARE(rectTool()->curPoint(), curBefore);
+
+    QSignalSpy doubles(&scene, &ImageCtrlScene::mouseDoubleClick);
+    SceneMouse twice(QEvent::GraphicsSceneMouseDoubleClick, at);
+    QApplication::sendEvent(&scene, twice.get());
+    QCOMPARE(doubles.count(), 1);
+
+    QCOMPARE(rectTool()->curPoint(), curBefore);
+    QCOMPARE(rectTool()->pressPoint(), pressBefore);
+    QVERIFY(rectTool()->shape() == nullptr);
+    QCOMPARE(ODShape::s_ID, nextId);
     QCOMPARE(scene.GetDrawMode(), DM_RECT1);
     QVERIFY(scene.items().isEmpty());
 }

@@ -90,6 +90,7 @@ private slots:
     void resizePlacesHiddenStatusbarToo();
     void resizeDoesNotTouchScrollPolicies();
     void hidingAllPartsGivesFlagZeroAndFullView();
+    void hostHidingToolbarStatusbarAndScrollbarGivesFlagZeroAndFullView();
     void facadeShowStatusbarAndShowScrollbar();
     void windowShowStatusbarAndShowScrollbar();
     void statusbarHiddenStillFollowsTheMouse();
@@ -411,6 +412,31 @@ void WindowLayoutTest::hidingAllPartsGivesFlagZeroAndFullView()
     fixture.scene()->getViewSize(width, height);
     QCOMPARE(width, double(kWidth - 2));
     QCOMPARE(height, double(kHeight - 2));
+}
+
+void WindowLayoutTest::hostHidingToolbarStatusbarAndScrollbarGivesFlagZeroAndFullView()
+{
+    EmbeddedWindow fixture(QSize(kWidth, kHeight));
+    CMainWindow* window = fixture.window();
+    // The host's own three calls, in this order.
+    QCOMPARE(fixture.wnd->showToolbar(false), 0L);
+    QCOMPARE(window->widgetFlag(), 6);
+    QCOMPARE(fixture.wnd->showStatusbar(false), true);
+    QCOMPARE(window->widgetFlag(), 2);
+    QCOMPARE(fixture.wnd->showScrollbar(false), true);
+    QCOMPARE(window->widgetFlag(), 0);
+    QCOMPARE(fixture.view()->geometry(), QRect(0, 0, kWidth, kHeight));
+    QCOMPARE(fixture.view()->geometry(), window->rect());
+    QVERIFY(!window->GetButtonToolbar()->isVisible());
+    QVERIFY(!window->GetStatusbar()->isVisible());
+    QCOMPARE(fixture.view()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    QCOMPARE(fixture.view()->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+
+    // With no push-button bit left, a resize keeps the view filling the window.
+    QCOMPARE(fixture.wnd->move(0, 0, 420, 260), 0L);
+    QCOMPARE(window->widgetFlag(), 0);
+    QCOMPARE(fixture.view()->geometry(), QRect(0, 0, 420, 260));
+    QVERIFY(!window->GetButtonToolbar()->isVisible());
 }
 
 void WindowLayoutTest::facadeShowStatusbarAndShowScrollbar()
