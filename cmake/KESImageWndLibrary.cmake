@@ -31,6 +31,10 @@ set(KES_SOURCES
     shapes/odshape.cpp
     shapes/odrect1.h
     shapes/odrect1.cpp
+    shapes/odrect2.h
+    shapes/odrect2.cpp
+    shapes/odellipse.h
+    shapes/odellipse.cpp
     shapes/searchline.h
     shapes/searchline.cpp
     shapes/handleitempaint.h

@@ -6,6 +6,7 @@
 #include "shapegestures.h"
 
 #include "Rect1HandleItem.h"
+#include "odellipse.h"
 
 #include <QGraphicsRectItem>
 #include <QSignalSpy>
@@ -34,6 +35,8 @@ private slots:
     void hostHearsOfADiscardedShapeWhileItStillExists();
     void rectangleNarrowerOrLowerThanTwoPixelsIsDiscarded_data();
     void rectangleNarrowerOrLowerThanTwoPixelsIsDiscarded();
+    void rotatedRectangleShorterThanTwoIsDiscarded_data();
+    void rotatedRectangleShorterThanTwoIsDiscarded();
     void sizeTestUsesTheLastMoveNotTheReleasePosition();
     void drawModeLastsForOneShape();
     void secondPressBeforeReleaseDeletesTheUnfinishedShape();
@@ -45,6 +48,7 @@ private slots:
     void middleButtonDrawsLikeTheLeft();
     void middleClickOnEmptyGroundReportsNoLeftClick();
     void modeWithoutToolIgnoresTheMouse();
+    void ellipseDraggedByOnePixelStays();
 };
 
 void tst_DrawTool::init()
@@ -381,6 +385,63 @@ void tst_DrawTool::rectangleNarrowerOrLowerThanTwoPixelsIsDiscarded()
     }
 }
 
+void tst_DrawTool::rotatedRectangleShorterThanTwoIsDiscarded_data()
+{
+    QTest::addColumn<QPointF>("to");
+    QTest::addColumn<bool>("kept");
+
+    // The press is at (20, 20); the drag takes the top-left corner of the
+    // zero-size rectangle there, so width and height are the distances moved.
+    QTest::newRow("1.9 wide") << QPointF(21.9, 25) << false;
+    QTest::newRow("1.9 high") << QPointF(25, 21.9) << false;
+    QTest::newRow("1.9 wide, leftward") << QPointF(18.1, 25) << false;
+    QTest::newRow("2.0 by 2.0") << QPointF(22, 22) << true;
+    QTest::newRow("2.0 by 2.0, up and left") << QPointF(18, 18) << true;
+}
+
+void tst_DrawTool::rotatedRectangleShorterThanTwoIsDiscarded()
+{
+    QFETCH(QPointF, to);
+    QFETCH(bool, kept);
+
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    w.scene()->SetDrawMode(DM_RECT2);
+    const long id = ODShape::s_ID;
+    const QPointF from(20, 20);
+    // Scene events carry exact positions, which the view's pixels could not.
+    SceneMouse press(QEvent::GraphicsSceneMousePress, from);
+    QApplication::sendEvent(w.scene(), press.get());
+    auto* tool = static_cast<ODDrawTool<ODRect2>*>(tools()->GetShapeTool(DM_RECT2));
+    QVERIFY(tool->shape() != nullptr);
+    QCOMPARE(tool->shape()->GetShapeID(), id);
+    SceneMouse move(QEvent::GraphicsSceneMouseMove, to);
+    QApplication::sendEvent(w.scene(), move.get());
+    SceneMouse release(QEvent::GraphicsSceneMouseRelease, to);
+    QApplication::sendEvent(w.scene(), release.get());
+
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    QVERIFY(tool->shape() == nullptr);
+    QCOMPARE(layerHasId(w.active(), id), kept);
+    if (kept) {
+        auto* shape = static_cast<ODRect2*>(w.active()->shapes().last());
+        QCOMPARE(shape->GetDrawMode(), DM_RECT2);
+        double x = -1.0, y = -1.0, l1 = -1.0, l2 = -1.0, angle = -1.0;
+        int direction = -1, count = -1;
+        QVERIFY(shape->GetParam(&x, &y, &l1, &l2, &angle, &direction, &count));
+        QCOMPARE(l1, 2.0);
+        QCOMPARE(l2, 2.0);
+        QCOMPARE(QPointF(x, y), (from + to) / 2);
+        QCOMPARE(angle, 0.0);
+        QVERIFY(selectTool()->currentShape() == shape);
+    } else {
+        QVERIFY(w.active()->shapes().isEmpty());
+        QVERIFY(w.active()->selectedShapes().isEmpty());
+        QVERIFY(selectTool()->currentShape() == nullptr);
+    }
+}
+
 void tst_DrawTool::sizeTestUsesTheLastMoveNotTheReleasePosition()
 {
     PictureWindow w;
@@ -629,15 +690,55 @@ void tst_DrawTool::modeWithoutToolIgnoresTheMouse()
     HostLog log(w.wnd.get());
     LeftClicks leftClicks;
     leftClicks.attach(w.relay());
-    w.scene()->SetDrawMode(DM_ELLIPSE);
+    w.scene()->SetDrawMode(DM_ANNULAR);
     const long id = ODShape::s_ID;
     w.drag(QPointF(20, 20), QPointF(60, 60));
     QCOMPARE(ODShape::s_ID, id);
-    QCOMPARE(w.scene()->GetDrawMode(), DM_ELLIPSE);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_ANNULAR);
     QVERIFY(w.active()->shapes().isEmpty());
     QVERIFY(log.shapeEvents().isEmpty());
     QVERIFY(leftClicks.calls.isEmpty());
     w.scene()->SetDrawMode(DM_SELECT);
+}
+
+void tst_DrawTool::ellipseDraggedByOnePixelStays()
+{
+    PictureWindow w;
+    HostLog log(w.wnd.get());
+    QSignalSpy clicked(w.wnd.get(), &KESImageWnd::shapeClicked);
+    auto* tool = static_cast<ODDrawTool<ODEllipse>*>(tools()->GetShapeTool(DM_ELLIPSE));
+    QVERIFY(tool != nullptr);
+    QVERIFY(qobject_cast<ODSelectTool*>(tools()->GetShapeTool(DM_ELLIPSE)) == nullptr);
+    w.scene()->SetDrawMode(DM_ELLIPSE);
+    const long id = ODShape::s_ID;
+    const QPointF p = w.seen(QPointF(30, 30));
+    const QPointF m = w.seen(QPointF(31, 31));
+
+    w.press(QPointF(30, 30));
+    ODEllipse* shape = tool->shape();
+    QVERIFY(shape != nullptr);
+    QCOMPARE(shape->GetShapeID(), id);
+    QCOMPARE(shape->GetDrawMode(), DM_ELLIPSE);
+    QCOMPARE(shape->center(), p);
+    QCOMPARE(selectTool()->handleIndex(), 1);
+    w.move(QPointF(31, 31));
+    w.release(QPointF(31, 31));
+
+    // Only rectangles have a minimum size: the small ellipse stays.
+    QVERIFY(tool->shape() == nullptr);
+    QVERIFY(layerHasId(w.active(), id));
+    QVERIFY(w.active()->shapes().last() == shape);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(clicked.at(0).at(0).value<long>(), id);
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
+    // It grew from the press point as its centre.
+    double x = 0, y = 0, rx = 0, ry = 0, angle = -1;
+    QVERIFY(shape->GetParam(&x, &y, &rx, &ry, &angle));
+    QCOMPARE(QPointF(x, y), p);
+    QCOMPARE(rx, std::abs(m.x() - p.x()));
+    QCOMPARE(ry, std::abs(m.y() - p.y()));
+    QCOMPARE(angle, 0.0);
 }
 
 QTEST_MAIN(tst_DrawTool)

@@ -4,6 +4,7 @@
 #include "imagectrlscene.h"
 #include "numericguards.h"
 #include "odrect1.h"
+#include "odrect2.h"
 #include "odselecttool.h"
 #include "odshapetool.h"
 #include "odshapetoolmanage.h"
@@ -80,6 +81,13 @@ private:
             const int dx = TruncateToInt(p0 - p2);
             const int dy = TruncateToInt(p3 - p1);
             return qAbs(dx) < 2 || qAbs(dy) < 2;
+        }
+        if (shape->GetDrawMode() == DM_RECT2) {
+            double x = -1.0, y = -1.0, l1 = -1.0, l2 = -1.0, angle = -1.0;
+            int direction = -1, count = -1;
+            if (!static_cast<ODRect2*>(shape)->GetParam(&x, &y, &l1, &l2, &angle, &direction, &count))
+                return false;
+            return qAbs(l1) < 2.0 || qAbs(l2) < 2.0;
         }
         return false;
     }

@@ -2,7 +2,9 @@
 
 #include "imagectrlscene.h"
 #include "oddrawtool.h"
+#include "odellipse.h"
 #include "odrect1.h"
+#include "odrect2.h"
 #include "odselecttool.h"
 
 ODShapeToolManage ODShapeToolManage::s_pODShapeToolManage;
@@ -30,8 +32,8 @@ void ODShapeToolManage::InitShapeList()
         nullptr,                    // DM_POINT
         nullptr,                    // DM_LINE
         new ODDrawTool<ODRect1>,    // DM_RECT1
-        nullptr,                    // DM_RECT2
-        nullptr,                    // DM_ELLIPSE
+        new ODDrawTool<ODRect2>,    // DM_RECT2
+        new ODDrawTool<ODEllipse>,  // DM_ELLIPSE
         nullptr,                    // DM_CIRCLE
         nullptr,                    // DM_POLYGON
         nullptr,                    // DM_ANYLINE
