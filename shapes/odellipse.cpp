@@ -52,7 +52,11 @@ Rect2HandleItem* ODEllipse::rect2HandleItem() const
 
 QRectF ODEllipse::boundingRectangle() const
 {
-    return QRectF(m_center.x() - m_radiusX, m_center.y() - m_radiusY, 2 * m_radiusX, 2 * m_radiusY);
+    // Normalised, as shown: a negative radius set by a host must not turn the
+    // handles inside out.
+    QRectF r(m_center.x() - m_radiusX, m_center.y() - m_radiusY, 2 * m_radiusX, 2 * m_radiusY);
+    AdjustRect(r);
+    return r;
 }
 
 QPointF ODEllipse::RotatePoint(QPointF p)
@@ -63,8 +67,7 @@ QPointF ODEllipse::RotatePoint(QPointF p)
 void ODEllipse::ShowShape()
 {
     UpdateCurData();
-    QRectF r = boundingRectangle();
-    AdjustRect(r);
+    const QRectF r = boundingRectangle();
     m_ellipseItem->setPen(currentPen());
     m_ellipseItem->setBrush(QBrush(m_brushColor, Qt::SolidPattern));
     m_ellipseItem->setRect(r);

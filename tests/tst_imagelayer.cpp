@@ -23,6 +23,7 @@ class tst_ImageLayer : public QObject
     Q_OBJECT
 
 private slots:
+    void indexedPictureWithSeeThroughEntriesShowsTheGreyBeneath();
     void newLayerStartsEmptyInFitModel();
     void zoomModelIsPlainStore();
     void backgroundKindSetsVorImageFlag();
@@ -1181,3 +1182,20 @@ void tst_ImageLayer::qImageToKesImageLeavesOtherFormatsEmpty()
 
 QTEST_MAIN(tst_ImageLayer)
 #include "tst_imagelayer.moc"
+
+void tst_ImageLayer::indexedPictureWithSeeThroughEntriesShowsTheGreyBeneath()
+{
+    EmbeddedWindow w;
+    // Left half index 0 (see-through), right half index 1 (opaque red).
+    QImage picture(40, 30, QImage::Format_Indexed8);
+    picture.setColorTable({qRgba(200, 200, 200, 0), qRgba(255, 0, 0, 255)});
+    for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 40; ++x)
+            picture.setPixel(x, y, x < 20 ? 0 : 1);
+    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    const QImage grab = grabViewport(w.view());
+    QCOMPARE(paintedAt(grab, w.view(), QPointF(5.5, 15.5)), qRgb(153, 153, 153));
+    QCOMPARE(paintedAt(grab, w.view(), QPointF(35.5, 15.5)), qRgb(255, 0, 0));
+    // Readers still see the indexed picture.
+    QCOMPARE(w.scene()->GetImageLayer()->GetQImage()->format(), QImage::Format_Indexed8);
+}

@@ -48,6 +48,7 @@ class tst_ODEllipse : public QObject
 
 private slots:
     void newEllipseIsEmptyAndUnturned();
+    void negativeRadiiKeepTheRotationHandleAboveTheTop();
     void ellipseAtAPointGrowsFromItsCentre();
     void unturnedEllipseLeavesPointsExactlyInPlace();
     void rotationHandleAngleFromTheCentre_data();
@@ -81,6 +82,20 @@ private slots:
     void handleCursorOnViewport();
     void itemsLeaveTheSceneWithTheShape();
 };
+
+void tst_ODEllipse::negativeRadiiKeepTheRotationHandleAboveTheTop()
+{
+    QGraphicsScene scene;
+    ODEllipse ellipse(&scene);
+    ellipse.SetEllipse(100, 100, -20, -10, 0);
+    ellipse.ShowShape();
+    ellipse.ShowHandle();
+    // Handles lie on the normalised rectangle: top left at (80, 90), the
+    // rotation handle ten units above the top edge.
+    QCOMPARE(ellipse.handles().value(0).center(), QPointF(80, 90));
+    QCOMPARE(ellipse.handles().value(4).center(), QPointF(120, 110));
+    QCOMPARE(ellipse.handles().value(8).center(), QPointF(100, 80));
+}
 
 void tst_ODEllipse::newEllipseIsEmptyAndUnturned()
 {

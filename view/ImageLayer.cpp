@@ -142,7 +142,10 @@ const QImage& ImageLayer::paintableImage()
     if (m_image.format() != QImage::Format_Indexed8)
         return m_image;
     if (m_paintImageKey != m_image.cacheKey() || m_paintImage.isNull()) {
-        m_paintImage = m_image.convertToFormat(QImage::Format_RGB32);
+        // The form the paint engine itself would convert to: see-through
+        // colour-table entries keep their alpha.
+        m_paintImage = m_image.convertToFormat(m_image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                                           : QImage::Format_RGB32);
         m_paintImageKey = m_image.cacheKey();
     }
     return m_paintImage;
