@@ -17,6 +17,8 @@
 
 #include <QGraphicsRectItem>
 #include <QGraphicsSceneMouseEvent>
+#include "viewportgrab.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -51,8 +53,7 @@ QString defaultText(const QString& point)
 
 QImage grab(ImageCtrlView* view)
 {
-    QApplication::processEvents();
-    return view->viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+    return grabViewportArgb(view);
 }
 
 // Pixels of exactly the colour on a segment through p across the given axis
@@ -103,22 +104,6 @@ QRect pictureOnScreen(ImageCtrlView* view)
 {
     return view->mapFromScene(view->GetImageCtrlScene()->sceneRect()).boundingRect();
 }
-
-// Counts the paint events the viewport receives.
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
-    int paints = 0;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 // Counts the mouse presses that reach the scene.
 class ScenePressCounter : public QObject

@@ -17,6 +17,8 @@
 
 #include <QElapsedTimer>
 #include <QGraphicsRectItem>
+#include "viewportgrab.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QScrollBar>
@@ -45,8 +47,7 @@ QJsonObject gridObject(ImageCtrlView* view)
 
 QImage grab(ImageCtrlView* view)
 {
-    QApplication::processEvents();
-    return view->viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+    return grabViewportArgb(view);
 }
 
 std::unique_ptr<StandaloneView> makeView(QSize viewport)
@@ -100,21 +101,6 @@ QList<int> fullRows(const QImage& image, QRgb colour)
             rows << y;
     return rows;
 }
-
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
-    int paints = 0;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
 
 } // namespace
 
