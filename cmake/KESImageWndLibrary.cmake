@@ -29,6 +29,10 @@ set(KES_SOURCES
 
     shapes/odshape.h
     shapes/odshape.cpp
+    shapes/odshapewatcher.h
+    shapes/odshapewatcher.cpp
+    shapes/boxhandles.h
+    shapes/boxhandles.cpp
     shapes/odrect1.h
     shapes/odrect1.cpp
     shapes/odrect2.h
@@ -37,8 +41,8 @@ set(KES_SOURCES
     shapes/odellipse.cpp
     shapes/searchline.h
     shapes/searchline.cpp
-    shapes/handleitempaint.h
-    shapes/handleitempaint.cpp
+    shapes/HandleItem.h
+    shapes/HandleItem.cpp
     shapes/GraphicsHandleItem.h
     shapes/GraphicsHandleItem.cpp
     shapes/Rect1HandleItem.h

@@ -1,30 +1,19 @@
 #pragma once
 
-#include <QGraphicsPathItem>
-#include <QMap>
-#include <QRectF>
+#include "HandleItem.h"
 
-// The four handles of a circle, painted as squares of a fixed screen size, with
-// a resize cursor under the mouse. Its hover test looks at each handle moved one
-// unit up and to the left, and that offset is part of its behaviour.
-class CircleHandleItem : public QGraphicsPathItem
+// The four handles of a circle, with a vertical or horizontal resize cursor
+// under the mouse. Its brush is the handle blue from the start. Its hover test
+// looks at each handle moved one unit up and to the left, and that offset is
+// part of its behaviour.
+class CircleHandleItem : public HoverHandleItem
 {
 public:
     explicit CircleHandleItem(QGraphicsItem* parent = nullptr);
     ~CircleHandleItem() override;
 
-    void setHandleMap(QMap<int, QRectF> handles);
-    const QMap<int, QRectF>& handleMap() const { return m_handles; }
-
-    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
-
 protected:
-    void hoverEnterEvent(QGraphicsSceneHoverEvent* event) override;
-    void hoverMoveEvent(QGraphicsSceneHoverEvent* event) override;
-    void hoverLeaveEvent(QGraphicsSceneHoverEvent* event) override;
-
-private:
-    bool updateCursor(QGraphicsSceneHoverEvent* event);
-
-    QMap<int, QRectF> m_handles;
+    int hoverNumberAt(const QPointF& scenePos) const override;
+    // 1 and 3 vertical, 2 and 4 horizontal, anything else the arrow.
+    Qt::CursorShape cursorOf(int number) const override;
 };

@@ -1,23 +1,12 @@
 #pragma once
 
-#include <QGraphicsPathItem>
-#include <QMap>
-#include <QRectF>
+#include "HandleItem.h"
 
-// Handles of the point-list shapes: any number of squares of a fixed screen
-// size. Its path gives only its extent for Qt; it paints from its copy of the
-// shape's handle map, and keeps the one cursor its shape gave it.
-class GraphicsHandleItem : public QGraphicsPathItem
+// Handles of the point-list shapes: any number of squares. It takes no hover
+// events and keeps, for the whole item, the one cursor its shape gave it.
+class GraphicsHandleItem : public HandleItem
 {
 public:
     explicit GraphicsHandleItem(QGraphicsItem* parent = nullptr);
     ~GraphicsHandleItem() override;
-
-    void setHandleMap(QMap<int, QRectF> handles);
-    const QMap<int, QRectF>& handleMap() const { return m_handles; }
-
-    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
-
-protected:
-    QMap<int, QRectF> m_handles;
 };

@@ -1,32 +1,27 @@
 #include "Rect2HandleItem.h"
 
-#include "handleitempaint.h"
 #include "numericguards.h"
 
-#include <QCursor>
-#include <QGraphicsSceneHoverEvent>
 #include <QMatrix>
 #include <QPainter>
 
 namespace {
 
 constexpr int kRotationKey = 8;
+constexpr int kRotationNumber = kRotationKey + 1;
+constexpr int kTurnedCycle = 8;        // the box handles 1 to 8
+constexpr float kStepDegrees = 45.0f;  // one place of the cycle
+constexpr float kHalfStepDegrees = 22.5f;
 
 } // namespace
 
 Rect2HandleItem::Rect2HandleItem(QGraphicsItem* parent)
-    : QGraphicsPathItem(parent)
+    : HoverHandleItem(parent)
     , m_rotateAngle(0.0f)
 {
-    setAcceptHoverEvents(true);
 }
 
 Rect2HandleItem::~Rect2HandleItem() = default;
-
-void Rect2HandleItem::setHandleMap(QMap<int, QRectF> handles)
-{
-    m_handles = handles;
-}
 
 void Rect2HandleItem::setRotateAngle(float angle)
 {
@@ -35,14 +30,12 @@ void Rect2HandleItem::setRotateAngle(float angle)
 
 void Rect2HandleItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    // An empty path hides the item. Qt still calls paint for an item whose
-    // empty extent sits at the scene origin when the origin is in view, so the
-    // handles of the map are painted only while the path gives them an extent.
+    // An empty path hides the item (see HandleItem::paint).
     if (path().isEmpty())
         return;
     const QMatrix sceneMatrix = painter->matrix();
-    HandleItemPaint::paintHandles(painter, m_handles, brush(), kRotationKey);
-    if (m_handles.size() == 9) {
+    paintHandles(painter, kRotationKey);
+    if (m_handles.size() == kRotationNumber) {
         painter->setMatrix(sceneMatrix, false);
         QPen pen = painter->pen();
         pen.setWidth(0);
@@ -54,38 +47,21 @@ void Rect2HandleItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, 
 
 int Rect2HandleItem::turnedHandleNumber(int number) const
 {
-    if (number < 1 || number > 8)
+    if (number < 1 || number > kTurnedCycle)
         return number;
     float a = m_rotateAngle;
     if (a < 0.0f)
         a += 360.0f;
-    const int turned = TruncateToInt(float(number) + (22.5f + a) / 45.0f) % 8;
-    return turned == 0 ? 8 : turned;
+    const int turned = TruncateToInt(float(number) + (kHalfStepDegrees + a) / kStepDegrees) % kTurnedCycle;
+    return turned == 0 ? kTurnedCycle : turned;
 }
 
-bool Rect2HandleItem::updateCursor(QGraphicsSceneHoverEvent* event)
+int Rect2HandleItem::hoverNumberAt(const QPointF& scenePos) const
 {
-    if (!isVisible())
-        return false;
-    const int number = turnedHandleNumber(HandleItemPaint::handleNumberAt(m_handles, event->scenePos()));
-    setCursor(HandleItemPaint::rectangleCursor(number));
-    return true;
+    return turnedHandleNumber(handleNumberAt(scenePos));
 }
 
-void Rect2HandleItem::hoverEnterEvent(QGraphicsSceneHoverEvent* event)
+Qt::CursorShape Rect2HandleItem::cursorOf(int number) const
 {
-    if (updateCursor(event))
-        QGraphicsPathItem::hoverEnterEvent(event);
-}
-
-void Rect2HandleItem::hoverMoveEvent(QGraphicsSceneHoverEvent* event)
-{
-    if (updateCursor(event))
-        QGraphicsPathItem::hoverMoveEvent(event);
-}
-
-void Rect2HandleItem::hoverLeaveEvent(QGraphicsSceneHoverEvent* event)
-{
-    setCursor(Qt::ArrowCursor);
-    QGraphicsPathItem::hoverLeaveEvent(event);
+    return number == kRotationNumber ? Qt::CrossCursor : HoverHandleItem::cursorOf(number);
 }

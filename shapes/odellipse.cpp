@@ -1,6 +1,7 @@
 #include "odellipse.h"
 
 #include "Rect2HandleItem.h"
+#include "boxhandles.h"
 #include "geometryhelpers.h"
 
 #include <QGraphicsEllipseItem>
@@ -11,9 +12,18 @@
 
 namespace {
 
-constexpr int kSlots = 4; // centre x, centre y, radius x, radius y
-enum Slot { CenterX = 0, CenterY = 1, RadiusX = 2, RadiusY = 3 };
-constexpr int kRotationKey = 8;
+enum Slot { CenterX = 0, CenterY = 1, RadiusX = 2, RadiusY = 3, SlotCount = 4 };
+
+constexpr unsigned kCentre = 1u << CenterX | 1u << CenterY;
+constexpr unsigned kBothRadii = 1u << RadiusX | 1u << RadiusY;
+// What each number writes back; index = number. 0 is the body move, which
+// owns the centre; corners own both radii, edges one; the rotation handle (9)
+// owns no slot, the angle having no second copy.
+constexpr std::array<unsigned, 10> kOwnedSlots = {
+    kCentre, kBothRadii, 1u << RadiusY, kBothRadii, 1u << RadiusX, kBothRadii, 1u << RadiusY, kBothRadii,
+    1u << RadiusX, 0,
+};
+constexpr int kBodyMove = 0;
 
 } // namespace
 
@@ -26,10 +36,7 @@ ODEllipse::ODEllipse(QGraphicsScene* scene)
     , m_ellipseItem(nullptr)
 {
     m_ellipseItem = m_scene->addEllipse(QRectF());
-    auto* handleItem = new Rect2HandleItem(nullptr);
-    handleItem->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
-    m_scene->addItem(handleItem);
-    m_handleItem = handleItem;
+    adoptHandleItem(new Rect2HandleItem(nullptr));
 }
 
 ODEllipse::ODEllipse(QGraphicsScene* scene, QPointF point)
@@ -69,7 +76,7 @@ void ODEllipse::ShowShape()
     UpdateCurData();
     const QRectF r = boundingRectangle();
     m_ellipseItem->setPen(currentPen());
-    m_ellipseItem->setBrush(QBrush(m_brushColor, Qt::SolidPattern));
+    m_ellipseItem->setBrush(solidBrush());
     m_ellipseItem->setRect(r);
     m_ellipseItem->setTransformOriginPoint(m_center);
     m_ellipseItem->setRotation(-m_rotateAngle);
@@ -82,45 +89,24 @@ void ODEllipse::HideShape()
 
 void ODEllipse::UpdateHandles()
 {
-    const float s = handleScale();
     const QRectF r = boundingRectangle();
-    const QPointF centre = r.center();
-    const QPointF points[9] = {r.topLeft(),
-                               QPointF(centre.x(), r.top()),
-                               r.topRight(),
-                               QPointF(r.right(), centre.y()),
-                               r.bottomRight(),
-                               QPointF(centre.x(), r.bottom()),
-                               r.bottomLeft(),
-                               QPointF(r.left(), centre.y()),
-                               QPointF(m_center.x(), r.top() - 10 * s)};
-    m_handles.clear();
-    for (int key = 0; key < 9; ++key)
-        m_handles.insert(key, MakeElpHandle(RotatePoint(points[key])));
+    QVector<QPointF> points = BoxHandles::turnedBoxPoints(r, r.center(), m_center.x(), handleScale());
+    for (QPointF& point : points)
+        point = RotatePoint(point);
+    setHandles(points);
 }
 
 void ODEllipse::ShowHandle()
 {
-    m_isVisiblehandleMark = true;
+    beginShowHandle();
     const float s = handleScale();
-    QPen pen;
-    pen.setWidth(0);
-    pen.setColor(m_penColor);
-    m_handleItem->setPen(pen);
-    UpdateHandles();
-
-    QPainterPath path;
-    for (int key = 0; key < kRotationKey; ++key)
-        path.addRect(m_handles.value(key));
-    path.addEllipse(m_handles.value(kRotationKey));
     const QRectF r = boundingRectangle();
-    path.moveTo(RotatePoint(QPointF(m_center.x(), r.top() - 3 * s)));
-    path.lineTo(RotatePoint(QPointF(m_center.x(), r.top() - 7 * s)));
-
-    m_handleItem->setPath(path);
-    m_handleItem->setZValue(m_ellipseItem->zValue() + 1.0);
+    const double stemX = m_center.x();
+    m_handleItem->setPath(BoxHandles::turnedExtent(m_handles, BoxHandles::RotationShape::Ellipse,
+                                                   RotatePoint(BoxHandles::stemPoint(r, stemX, BoxHandles::kStemNear, s)),
+                                                   RotatePoint(BoxHandles::stemPoint(r, stemX, BoxHandles::kStemFar, s))));
+    raiseHandlesAbove(m_ellipseItem->zValue());
     rect2HandleItem()->setRotateAngle(-m_rotateAngle);
-    rect2HandleItem()->setHandleMap(m_handles);
 }
 
 int ODEllipse::HitTest(QPointF point, bool handles)
@@ -149,7 +135,7 @@ void ODEllipse::MoveHandleTo(int number, const QPointF& pos)
     case 8:
         m_radiusX = Distance(p, m_center);
         break;
-    case 9:
+    case BoxHandles::Rotation + 1:
         m_rotateAngle = ConvertAngle(360.0f - (90.0f - CalculateAngle(pos, m_center)));
         break;
     default:
@@ -161,43 +147,17 @@ void ODEllipse::MoveHandleTo(int number, const QPointF& pos)
 void ODEllipse::MoveShape(const QPointF& delta)
 {
     m_center += delta;
-    UpdateOrgData(0);
+    UpdateOrgData(kBodyMove);
 }
 
 void ODEllipse::UpdateOrgData(int number)
 {
-    if (m_orgData.size() != kSlots) {
-        m_orgData = {m_center.x(), m_center.y(), m_radiusX, m_radiusY};
-        return;
-    }
-    switch (number) {
-    case 0:
-        m_orgData[CenterX] = m_center.x();
-        m_orgData[CenterY] = m_center.y();
-        break;
-    case 1:
-    case 3:
-    case 5:
-    case 7:
-        m_orgData[RadiusX] = m_radiusX;
-        m_orgData[RadiusY] = m_radiusY;
-        break;
-    case 2:
-    case 6:
-        m_orgData[RadiusY] = m_radiusY;
-        break;
-    case 4:
-    case 8:
-        m_orgData[RadiusX] = m_radiusX;
-        break;
-    default:
-        break;
-    }
+    storeOrgData(number, {m_center.x(), m_center.y(), m_radiusX, m_radiusY}, kOwnedSlots);
 }
 
 void ODEllipse::UpdateCurData()
 {
-    if (m_orgData.size() != kSlots)
+    if (!hasOrgData(SlotCount))
         return;
     m_center = QPointF(m_orgData[CenterX], m_orgData[CenterY]);
     m_radiusX = float(m_orgData[RadiusX]);
@@ -225,16 +185,8 @@ void ODEllipse::SetRoateAngle(float angle)
 
 bool ODEllipse::GetParam(double* x, double* y, double* rx, double* ry, double* angle) const
 {
-    if (m_orgData.size() != kSlots)
+    if (!readOrgData({x, y, rx, ry}))
         return false;
-    if (x)
-        *x = m_orgData[CenterX];
-    if (y)
-        *y = m_orgData[CenterY];
-    if (rx)
-        *rx = m_orgData[RadiusX];
-    if (ry)
-        *ry = m_orgData[RadiusY];
     if (angle)
         *angle = m_rotateAngle;
     return true;
@@ -242,6 +194,5 @@ bool ODEllipse::GetParam(double* x, double* y, double* rx, double* ry, double* a
 
 void ODEllipse::setZValue(long z)
 {
-    m_handleItem->setZValue(z);
-    m_ellipseItem->setZValue(z);
+    setItemsZValue(z, {m_ellipseItem});
 }

@@ -1,7 +1,9 @@
 #include "odrect1.h"
 
 #include "Rect1HandleItem.h"
+#include "boxhandles.h"
 #include "geometryhelpers.h"
+#include "numericguards.h"
 #include "searchline.h"
 
 #include <QGraphicsRectItem>
@@ -9,8 +11,20 @@
 
 namespace {
 
-constexpr int kSlots = 4; // left, top, right, bottom
-enum Slot { Left = 0, Top = 1, Right = 2, Bottom = 3 };
+enum Slot { Left = 0, Top = 1, Right = 2, Bottom = 3, SlotCount = 4 };
+
+// The sides each handle number moves and so writes back; index = number.
+constexpr std::array<unsigned, 9> kOwnedSlots = {
+    0,                                   // none
+    1u << Left | 1u << Top,              // 1 top left
+    1u << Top,                           // 2 top centre
+    1u << Right | 1u << Top,             // 3 top right
+    1u << Right,                         // 4 right centre
+    1u << Right | 1u << Bottom,          // 5 bottom right
+    1u << Bottom,                        // 6 bottom centre
+    1u << Left | 1u << Bottom,           // 7 bottom left
+    1u << Left,                          // 8 left centre
+};
 
 } // namespace
 
@@ -41,10 +55,7 @@ void ODRect1::createItems()
 {
     m_rectItem = m_scene->addRect(QRectF());
     m_searchLineItem = m_scene->addPath(QPainterPath());
-    auto* handleItem = new Rect1HandleItem(nullptr);
-    handleItem->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
-    m_scene->addItem(handleItem);
-    m_handleItem = handleItem;
+    adoptHandleItem(new Rect1HandleItem(nullptr));
 }
 
 Rect1HandleItem* ODRect1::rect1HandleItem() const
@@ -54,14 +65,7 @@ Rect1HandleItem* ODRect1::rect1HandleItem() const
 
 void ODRect1::UpdateHandles()
 {
-    const QRectF& r = m_rect;
-    const QPointF centre = r.center();
-    const QPointF points[8] = {r.topLeft(),     QPointF(centre.x(), r.top()),    r.topRight(),
-                               QPointF(r.right(), centre.y()), r.bottomRight(), QPointF(centre.x(), r.bottom()),
-                               r.bottomLeft(),  QPointF(r.left(), centre.y())};
-    m_handles.clear();
-    for (int key = 0; key < 8; ++key)
-        m_handles.insert(key, MakeElpHandle(points[key]));
+    setHandles(BoxHandles::boxPoints(m_rect, m_rect.center()));
 }
 
 void ODRect1::ShowShape()
@@ -73,7 +77,7 @@ void ODRect1::ShowShape()
     m_rectItem->setRect(m_rect);
     const QPen& pen = currentPen();
     m_rectItem->setPen(pen);
-    m_rectItem->setBrush(QBrush(m_brushColor, Qt::SolidPattern));
+    m_rectItem->setBrush(solidBrush());
     m_searchLineItem->setPath(GenSearchline());
     m_searchLineItem->setPen(pen);
 }
@@ -88,8 +92,7 @@ void ODRect1::ShowHandle()
 {
     const qreal z = m_rectItem->zValue();
     ODShape::ShowHandle();
-    m_handleItem->setZValue(z + 1.0);
-    rect1HandleItem()->setHandleMap(m_handles);
+    raiseHandlesAbove(z);
 }
 
 void ODRect1::HideHandle()
@@ -132,27 +135,12 @@ void ODRect1::MoveShape(const QPointF& delta)
 
 void ODRect1::UpdateOrgData(int number)
 {
-    if (m_orgData.size() != kSlots) {
-        m_orgData = {m_rect.left(), m_rect.top(), m_rect.right(), m_rect.bottom()};
-        return;
-    }
-    const bool left = number == 1 || number == 7 || number == 8;
-    const bool top = number == 1 || number == 2 || number == 3;
-    const bool right = number == 3 || number == 4 || number == 5;
-    const bool bottom = number == 5 || number == 6 || number == 7;
-    if (left)
-        m_orgData[Left] = m_rect.left();
-    if (top)
-        m_orgData[Top] = m_rect.top();
-    if (right)
-        m_orgData[Right] = m_rect.right();
-    if (bottom)
-        m_orgData[Bottom] = m_rect.bottom();
+    storeOrgData(number, {m_rect.left(), m_rect.top(), m_rect.right(), m_rect.bottom()}, kOwnedSlots);
 }
 
 void ODRect1::UpdateCurData()
 {
-    if (m_orgData.size() != kSlots)
+    if (!hasOrgData(SlotCount))
         return;
     m_rect.setLeft(m_orgData[Left]);
     m_rect.setTop(m_orgData[Top]);
@@ -198,16 +186,8 @@ bool ODRect1::HaveSearchLine() const
 
 bool ODRect1::GetParam(double* x1, double* y1, double* x2, double* y2, int* direction, int* count) const
 {
-    if (m_orgData.size() != kSlots)
+    if (!readOrgData({x1, y1, x2, y2}))
         return false;
-    if (x1)
-        *x1 = m_orgData[Left];
-    if (y1)
-        *y1 = m_orgData[Top];
-    if (x2)
-        *x2 = m_orgData[Right];
-    if (y2)
-        *y2 = m_orgData[Bottom];
     if (direction)
         *direction = m_searchDirection;
     if (count)
@@ -215,11 +195,24 @@ bool ODRect1::GetParam(double* x1, double* y1, double* x2, double* y2, int* dire
     return true;
 }
 
+bool ODRect1::isTooSmallToKeep() const
+{
+    // A drawn rectangle is judged by its whole-pixel sides, each truncated
+    // toward zero; a parameter set that cannot be read keeps the shape.
+    if (GetDrawMode() != DM_RECT1)
+        return false;
+    double p0 = -1.0, p1 = -1.0, p2 = -1.0, p3 = -1.0;
+    int direction = -1, count = -1;
+    if (!GetParam(&p0, &p1, &p2, &p3, &direction, &count))
+        return false;
+    const int dx = TruncateToInt(p0 - p2);
+    const int dy = TruncateToInt(p3 - p1);
+    return qAbs(dx) < kMinimumDrawnSide || qAbs(dy) < kMinimumDrawnSide;
+}
+
 void ODRect1::setZValue(long z)
 {
-    m_handleItem->setZValue(z);
-    m_searchLineItem->setZValue(z);
-    m_rectItem->setZValue(z);
+    setItemsZValue(z, {m_searchLineItem, m_rectItem});
 }
 
 QPainterPath ODRect1::GenSearchline()

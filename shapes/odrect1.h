@@ -45,6 +45,9 @@ public:
     // writing nothing, unless the reference holds four values.
     bool GetParam(double* x1, double* y1, double* x2, double* y2, int* direction, int* count) const;
     void setZValue(long z);
+    // The drawing tool's rule at the release: a rectangle drawn in DM_RECT1
+    // whose whole-pixel width or height is below 2 is thrown away.
+    bool isTooSmallToKeep() const;
 
     QPainterPath GenSearchline();
     QPainterPath GenSearchlineItem(QLine line);

@@ -1,6 +1,7 @@
 #include "odrect2.h"
 
 #include "Rect2HandleItem.h"
+#include "boxhandles.h"
 #include "geometryhelpers.h"
 #include "searchline.h"
 
@@ -9,9 +10,21 @@
 
 namespace {
 
-constexpr int kSlots = 4; // centre x, centre y, width, height
-enum Slot { CenterX = 0, CenterY = 1, Width = 2, Height = 3 };
-constexpr int kRotationKey = 8;
+enum Slot { CenterX = 0, CenterY = 1, Width = 2, Height = 3, SlotCount = 4 };
+
+constexpr unsigned kAllSlots = 1u << CenterX | 1u << CenterY | 1u << Width | 1u << Height;
+constexpr unsigned kVertical = 1u << CenterY | 1u << Height;
+constexpr unsigned kHorizontal = 1u << CenterX | 1u << Width;
+// What each handle number writes back; index = number. A corner moves the
+// centre both ways, an edge one way; the rotation handle (9) owns no slot, the
+// angle having no second copy.
+constexpr std::array<unsigned, 10> kOwnedSlots = {
+    0, kAllSlots, kVertical, kAllSlots, kHorizontal, kAllSlots, kVertical, kAllSlots, kHorizontal, 0,
+};
+// The stem of the handle item's extent stands half a unit left of the centre line.
+constexpr double kStemShift = 0.5;
+// handlePath's stem, without the handle scale.
+constexpr double kPlainStemLength = 8.0;
 
 } // namespace
 
@@ -48,10 +61,7 @@ void ODRect2::createItems()
 {
     m_rectItem = m_scene->addRect(QRectF());
     m_searchLineItem = m_scene->addPath(QPainterPath());
-    auto* handleItem = new Rect2HandleItem(nullptr);
-    handleItem->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
-    m_scene->addItem(handleItem);
-    m_handleItem = handleItem;
+    adoptHandleItem(new Rect2HandleItem(nullptr));
 }
 
 Rect2HandleItem* ODRect2::rect2HandleItem() const
@@ -73,22 +83,10 @@ QPointF ODRect2::RotatePoint(QPointF p)
 
 void ODRect2::UpdateHandles()
 {
-    const float s = handleScale();
-    const QRectF r = shownRect();
-    const double cx = m_center.x();
-    const double cy = m_center.y();
-    const QPointF points[9] = {r.topLeft(),
-                               QPointF(cx, r.top()),
-                               r.topRight(),
-                               QPointF(r.right(), cy),
-                               r.bottomRight(),
-                               QPointF(cx, r.bottom()),
-                               r.bottomLeft(),
-                               QPointF(r.left(), cy),
-                               QPointF(cx, r.top() - 10 * s)};
-    m_handles.clear();
-    for (int key = 0; key < 9; ++key)
-        m_handles.insert(key, MakeElpHandle(RotatePoint(points[key])));
+    QVector<QPointF> points = BoxHandles::turnedBoxPoints(shownRect(), m_center, m_center.x(), handleScale());
+    for (QPointF& point : points)
+        point = RotatePoint(point);
+    setHandles(points);
 }
 
 void ODRect2::ShowShape()
@@ -97,7 +95,7 @@ void ODRect2::ShowShape()
     const QRectF r = shownRect();
     const QPen& pen = currentPen();
     m_rectItem->setPen(pen);
-    m_rectItem->setBrush(QBrush(m_brushColor, Qt::SolidPattern));
+    m_rectItem->setBrush(solidBrush());
     m_rectItem->setRect(r);
     m_searchLineItem->setPath(GenSearchline());
     m_searchLineItem->setPen(pen);
@@ -117,38 +115,23 @@ void ODRect2::HideShape()
 
 void ODRect2::ShowHandle()
 {
-    m_isVisiblehandleMark = true;
+    beginShowHandle();
     const float s = handleScale();
-    QPen pen;
-    pen.setWidth(0);
-    pen.setColor(m_penColor);
-    m_handleItem->setPen(pen);
-    UpdateHandles();
-
-    QPainterPath path;
-    for (int i = 0; i <= m_handles.size() - 2; ++i)
-        path.addRect(m_handles.value(i));
-    path.addRoundRect(m_handles.value(kRotationKey), 100);
     const QRectF r = shownRect();
-    path.moveTo(RotatePoint(QPointF(m_center.x() - 0.5, r.top() - 3 * s)));
-    path.lineTo(RotatePoint(QPointF(m_center.x() - 0.5, r.top() - 7 * s)));
-
-    m_handleItem->setPath(path);
-    m_handleItem->setZValue(m_rectItem->zValue() + 1.0);
+    const double stemX = m_center.x() - kStemShift;
+    m_handleItem->setPath(BoxHandles::turnedExtent(m_handles, BoxHandles::RotationShape::RoundRect,
+                                                   RotatePoint(BoxHandles::stemPoint(r, stemX, BoxHandles::kStemNear, s)),
+                                                   RotatePoint(BoxHandles::stemPoint(r, stemX, BoxHandles::kStemFar, s))));
+    raiseHandlesAbove(m_rectItem->zValue());
     rect2HandleItem()->setRotateAngle(float(-m_rotateAngle));
-    rect2HandleItem()->setHandleMap(m_handles);
 }
 
 QPainterPath ODRect2::handlePath()
 {
-    QPainterPath path;
-    for (int i = 0; i <= m_handles.size() - 2; ++i)
-        path.addRect(m_handles.value(i));
-    path.addEllipse(m_handles.value(kRotationKey));
     const QRectF r = shownRect();
-    path.moveTo(RotatePoint(QPointF(m_center.x(), r.top())));
-    path.lineTo(RotatePoint(QPointF(m_center.x(), r.top() - 8)));
-    return path;
+    return BoxHandles::turnedExtent(m_handles, BoxHandles::RotationShape::Ellipse,
+                                    RotatePoint(QPointF(m_center.x(), r.top())),
+                                    RotatePoint(QPointF(m_center.x(), r.top() - kPlainStemLength)));
 }
 
 void ODRect2::HideHandle()
@@ -205,7 +188,7 @@ void ODRect2::MoveHandleTo(int number, const QPointF& pos)
         m_center.setX(r.center().x());
         m_width = r.width();
         break;
-    case 9: {
+    case BoxHandles::Rotation + 1: {
         m_followCenter = true;
         const float towards = CalculateAngle(pos, m_rotateCenter);
         m_rotateAngle = ConvertAngle(360.0f - (90.0f - towards));
@@ -220,7 +203,7 @@ void ODRect2::MoveHandleTo(int number, const QPointF& pos)
 void ODRect2::MoveShape(const QPointF& delta)
 {
     m_center += delta;
-    if (m_orgData.size() != kSlots)
+    if (!hasOrgData(SlotCount))
         return;
     m_orgData[CenterX] = m_center.x();
     m_orgData[CenterY] = m_center.y();
@@ -229,34 +212,12 @@ void ODRect2::MoveShape(const QPointF& delta)
 
 void ODRect2::UpdateOrgData(int number)
 {
-    if (m_orgData.size() != kSlots) {
-        m_orgData = {m_center.x(), m_center.y(), m_width, m_height};
-        return;
-    }
-    switch (number) {
-    case 1:
-    case 3:
-    case 5:
-    case 7:
-        m_orgData = {m_center.x(), m_center.y(), m_width, m_height};
-        break;
-    case 2:
-    case 6:
-        m_orgData[CenterY] = m_center.y();
-        m_orgData[Height] = m_height;
-        break;
-    case 4:
-    case 8:
-        m_orgData[CenterX] = m_center.x();
-        m_orgData[Width] = m_width;
-        break;
-    default: break;
-    }
+    storeOrgData(number, {m_center.x(), m_center.y(), m_width, m_height}, kOwnedSlots);
 }
 
 void ODRect2::UpdateCurData()
 {
-    if (m_orgData.size() != kSlots)
+    if (!hasOrgData(SlotCount))
         return;
     m_center = QPointF(m_orgData[CenterX], m_orgData[CenterY]);
     m_width = m_orgData[Width];
@@ -293,7 +254,7 @@ void ODRect2::SetRoateAngle(double angle)
 
 void ODRect2::UpdateRotateCenter()
 {
-    if (m_orgData.size() == kSlots)
+    if (hasOrgData(SlotCount))
         m_rotateCenter = QPointF(m_orgData[CenterX], m_orgData[CenterY]);
 }
 
@@ -315,16 +276,8 @@ bool ODRect2::HaveSearchLine() const
 
 bool ODRect2::GetParam(double* x, double* y, double* w, double* h, double* angle, int* direction, int* count) const
 {
-    if (m_orgData.size() != kSlots)
+    if (!readOrgData({x, y, w, h}))
         return false;
-    if (x)
-        *x = m_orgData[CenterX];
-    if (y)
-        *y = m_orgData[CenterY];
-    if (w)
-        *w = m_orgData[Width];
-    if (h)
-        *h = m_orgData[Height];
     if (angle)
         *angle = m_rotateAngle;
     if (direction)
@@ -345,11 +298,21 @@ bool ODRect2::GetParam(double* x, double* y, double* w, double* h, double* angle
     return true;
 }
 
+bool ODRect2::isTooSmallToKeep() const
+{
+    // Judged on the full lengths as stored: exactly 2.0 stays.
+    if (GetDrawMode() != DM_RECT2)
+        return false;
+    double x = -1.0, y = -1.0, l1 = -1.0, l2 = -1.0, angle = -1.0;
+    int direction = -1, count = -1;
+    if (!GetParam(&x, &y, &l1, &l2, &angle, &direction, &count))
+        return false;
+    return qAbs(l1) < kMinimumDrawnSide || qAbs(l2) < kMinimumDrawnSide;
+}
+
 void ODRect2::setZValue(long z)
 {
-    m_handleItem->setZValue(z);
-    m_searchLineItem->setZValue(z);
-    m_rectItem->setZValue(z);
+    setItemsZValue(z, {m_searchLineItem, m_rectItem});
 }
 
 QPainterPath ODRect2::GenSearchline()

@@ -28,16 +28,27 @@ public:
     ODRect2(QGraphicsScene* scene, QPointF point);
     ~ODRect2() override;
 
+    // Nine handles of the turned rectangle, already in scene positions.
     void UpdateHandles() override;
+    // The items get the unturned rectangle and turn about m_rotateCenter,
+    // which follows the centre unless a resize is under way.
     void ShowShape() override;
     void HideShape() override;
+    // Squares, a round rotation handle and a stem make the extent; the item is
+    // told the turn so that its cursors turn too.
     void ShowHandle() override;
+    // Only the map goes: the path stays, and so does the visible mark.
     void HideHandle() override;
+    // The body test is containment in the unturned rectangle.
     int HitTest(QPointF point, bool handles) override;
+    // Resizes in the unturned frame about the fixed rotation centre; number 9
+    // sets the angle.
     void MoveHandleTo(int number, const QPointF& pos) override;
+    // Stores the centre only when the reference is already there.
     void MoveShape(const QPointF& delta) override;
     void UpdateOrgData(int number) override;
     void UpdateCurData() override;
+    // Makes the sizes positive and carries the centre into the scene.
     void AdjustParameter() override;
     void setHandleCursor(QPointF point) override;
 
@@ -56,6 +67,9 @@ public:
     bool GetParam(double* x, double* y, double* w, double* h, double* angle, SEARCHLINEDIRECTION* direction,
                   int* count) const;
     void setZValue(long z);
+    // The drawing tool's rule at the release: a rectangle drawn in DM_RECT2
+    // with a full length below 2.0 is thrown away.
+    bool isTooSmallToKeep() const;
 
     // A point of the unturned frame carried to the scene. Always goes through
     // the trigonometry, also at angle 0.

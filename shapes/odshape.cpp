@@ -1,6 +1,8 @@
 #include "odshape.h"
 
+#include "HandleItem.h"
 #include "numericguards.h"
+#include "odshapewatcher.h"
 
 #include <QCursor>
 #include <QGraphicsPathItem>
@@ -32,6 +34,7 @@ ODShape::ODShape(QGraphicsScene* scene, DrawMode mode)
 // The handle item is deleted here; the subclasses delete their display items.
 ODShape::~ODShape()
 {
+    ODShapeWatcher::notifyShapeDestroyed(this);
     deleteItems({m_handleItem});
     m_handleItem = nullptr;
 }
@@ -61,18 +64,32 @@ void ODShape::GetOffset(float& x, float& y) const
 
 void ODShape::ShowHandle()
 {
-    m_isVisiblehandleMark = true;
-    UpdateHandles();
+    beginShowHandle();
     if (!m_handleItem)
         return;
     QPainterPath path;
     for (int i = 0; i < m_handles.size(); ++i)
         path.addRect(m_handles.value(i));
-    QPen pen;
-    pen.setWidth(0);
-    pen.setColor(m_penColor);
-    m_handleItem->setPen(pen);
     m_handleItem->setPath(path);
+}
+
+void ODShape::beginShowHandle()
+{
+    m_isVisiblehandleMark = true;
+    if (m_handleItem) {
+        QPen pen;
+        pen.setWidth(0);
+        pen.setColor(m_penColor);
+        m_handleItem->setPen(pen);
+    }
+    UpdateHandles();
+}
+
+void ODShape::setHandles(const QVector<QPointF>& points)
+{
+    m_handles.clear();
+    for (int key = 0; key < points.size(); ++key)
+        m_handles.insert(key, MakeElpHandle(points[key]));
 }
 
 void ODShape::HideHandle()
@@ -108,6 +125,60 @@ QRectF ODShape::MakeElpHandle(const QPointF& p) const
 {
     const float s = handleScale();
     return QRectF(p.x() - 3 * s, p.y() - 3 * s, 6 * s, 6 * s);
+}
+
+void ODShape::storeOrgData(int number, std::initializer_list<double> current, const SlotMask* ownership, int numbers)
+{
+    if (m_orgData.size() != int(current.size())) {
+        m_orgData = QVector<double>(current);
+        return;
+    }
+    const SlotMask owned = number >= 0 && number < numbers ? ownership[number] : 0;
+    int slot = 0;
+    for (double value : current) {
+        if (owned & slotBit(slot))
+            m_orgData[slot] = value;
+        ++slot;
+    }
+}
+
+bool ODShape::readOrgData(std::initializer_list<double*> outputs, SlotRule rule) const
+{
+    const int needed = int(outputs.size());
+    const bool enough = rule == SlotRule::Exactly ? m_orgData.size() == needed : m_orgData.size() >= needed;
+    if (!enough)
+        return false;
+    int slot = 0;
+    for (double* output : outputs) {
+        if (output)
+            *output = m_orgData[slot];
+        ++slot;
+    }
+    return true;
+}
+
+void ODShape::adoptHandleItem(QGraphicsPathItem* item)
+{
+    item->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
+    m_scene->addItem(item);
+    m_handleItem = item;
+}
+
+void ODShape::setItemsZValue(long z, std::initializer_list<QGraphicsItem*> displayItems)
+{
+    if (m_handleItem)
+        m_handleItem->setZValue(z);
+    for (QGraphicsItem* item : displayItems)
+        item->setZValue(z);
+}
+
+void ODShape::raiseHandlesAbove(qreal mainZValue)
+{
+    if (!m_handleItem)
+        return;
+    m_handleItem->setZValue(mainZValue + 1.0);
+    if (auto* item = dynamic_cast<HandleItem*>(m_handleItem))
+        item->setHandleMap(m_handles);
 }
 
 int ODShape::hitHandle(const QPointF& point) const

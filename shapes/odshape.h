@@ -10,6 +10,8 @@
 #include <QRectF>
 #include <QVector>
 
+#include <array>
+#include <cstddef>
 #include <initializer_list>
 
 class QGraphicsItem;
@@ -29,7 +31,10 @@ class ShaperLayer;
 //
 // All coordinates are scene coordinates, image pixels with y down. A shape
 // owns its graphics items: it creates them, adds them to the scene, and
-// removes and deletes them in its destructor.
+// removes and deletes them in its destructor, which also tells every
+// ODShapeWatcher. A class adds its items, its slot enum with a table of the
+// slots each handle owns, and its geometry; the protected helpers carry the
+// rest of the protocol.
 class ODShape
 {
 public:
@@ -43,21 +48,48 @@ public:
     ODShape(const ODShape&) = delete;
     ODShape& operator=(const ODShape&) = delete;
 
+    // Fills m_handles from the current geometry, each rectangle made by
+    // MakeElpHandle, keys from 0 in the class's order.
     virtual void UpdateHandles() = 0;
+    // Reloads the current geometry from the reference (UpdateCurData), puts
+    // pen, brush and geometry into the display items, normalised for display;
+    // the reference stays as it is.
     virtual void ShowShape() = 0;
+    // Gives every display item empty geometry; the items stay in the scene and
+    // the handles are left alone.
     virtual void HideShape() = 0;
+    // Marks the handles as shown, updates them and sets the handle item's pen
+    // and path (the squares of m_handles). An override keeps those steps and
+    // adds the class's own: its extent path, z value and handle map.
     virtual void ShowHandle();
+    // Marks the handles as hidden and empties the handle item's path. An
+    // override hides in its class's way.
     virtual void HideHandle();
-    // handles false: 1 when the point is on the body, else 0. handles true: the
-    // number (key + 1) of the first handle that contains the point, else 0.
+    // handles false: 1 when the point (scene coordinates) is on the body, else
+    // 0; the body test carries the class's tolerance. handles true: the number
+    // (key + 1) of the first handle that contains the point, else 0. The base
+    // finds nothing.
     virtual int HitTest(QPointF point, bool handles);
+    // Moves handle number (key + 1) to pos (scene coordinates) in the current
+    // geometry, then calls UpdateOrgData(number), also for a number outside the
+    // class's range, which moves nothing.
     virtual void MoveHandleTo(int number, const QPointF& pos) = 0;
-    // delta: the mouse's move since the last position, in scene units.
+    // Adds delta, the mouse's move since the last position in scene units, to
+    // the current geometry and stores every position slot in the reference.
     virtual void MoveShape(const QPointF& delta) = 0;
+    // Copies the slots that handle number owns from the current geometry to
+    // the reference; a fresh reference (not the class's slot count) is rebuilt
+    // from all of the current geometry whatever the number. See storeOrgData.
     virtual void UpdateOrgData(int number) = 0;
+    // Copies every reference slot to the current geometry when the reference
+    // holds the class's slot count; does nothing otherwise.
     virtual void UpdateCurData() = 0;
+    // Makes the reference canonical at the end of a handle drag (not after a
+    // body move). The base updates the handles.
     virtual void AdjustParameter();
-    // Sets the cursor for the handle under point (scene coordinates).
+    // Sets the cursor of the handle under point (scene coordinates) on the
+    // view's viewport while handles are shown, else the arrow. The base sets
+    // the arrow on the view itself.
     virtual void setHandleCursor(QPointF point);
 
     long GetShapeID() const { return m_id; }
@@ -94,6 +126,11 @@ public:
     bool isOverlay() const { return m_overlay; }
     void setIsOverlay(bool overlay) { m_overlay = overlay; }
 
+    // Whether the drawing tool throws the shape away at the release. Called
+    // through the drawn class, whose own rule hides this one: every class
+    // without a rule keeps its shape, however small.
+    bool isTooSmallToKeep() const { return false; }
+
     // Handles keep their screen size when zoomed out and their scene size when
     // zoomed in: 1 / scale above 1, else 1.
     float handleScale() const;
@@ -101,12 +138,57 @@ public:
     QRectF MakeElpHandle(const QPointF& p) const;
 
 protected:
+    // The smallest side, in whole pixels, of a rectangle the operator draws.
+    static constexpr int kMinimumDrawnSide = 2;
+
+    // Bit i stands for reference slot i.
+    using SlotMask = unsigned;
+    static constexpr SlotMask slotBit(int slot) { return 1u << slot; }
+    // What GetParam needs: exactly the class's slot count, or at least it.
+    enum class SlotRule { Exactly, AtLeast };
+
+    // The reference/current rule of every class. current is the current
+    // geometry in slot order, and ownership[n] the slots that handle number n
+    // owns (numbers beyond the table own none). A reference without exactly
+    // current.size() slots is fresh and is rebuilt from all of current,
+    // whatever the number; otherwise only the owned slots are written.
+    template <std::size_t N>
+    void storeOrgData(int number, std::initializer_list<double> current, const std::array<SlotMask, N>& ownership)
+    {
+        storeOrgData(number, current, ownership.data(), int(N));
+    }
+    void storeOrgData(int number, std::initializer_list<double> current, const SlotMask* ownership, int numbers);
+    // True when the reference holds the class's slot count, the one test before
+    // UpdateCurData copies anything.
+    bool hasOrgData(int slotCount) const { return m_orgData.size() == slotCount; }
+    // GetParam's reading: when the reference satisfies the rule for
+    // outputs.size() slots, each non-null output gets its slot and the result
+    // is true; otherwise nothing is written and the result is false.
+    bool readOrgData(std::initializer_list<double*> outputs, SlotRule rule = SlotRule::Exactly) const;
+
+    // m_handles anew: key i a handle made by MakeElpHandle at points[i]
+    // (scene coordinates).
+    void setHandles(const QVector<QPointF>& points);
+    // The first steps of every ShowHandle: handles marked as shown, a cosmetic
+    // pen of the shape's colour on the handle item, handles updated.
+    void beginShowHandle();
+    // Takes a handle item of the class: the handle blue brush, into the scene,
+    // kept in m_handleItem and deleted by the base destructor.
+    void adoptHandleItem(QGraphicsPathItem* item);
+    // The same z value for the handle item and every display item.
+    void setItemsZValue(long z, std::initializer_list<QGraphicsItem*> displayItems);
+    // For the classes whose handle item paints from a map: the handle item
+    // stands above the main display item (its z value plus 1) and gets a copy
+    // of m_handles.
+    void raiseHandlesAbove(qreal mainZValue);
     // Takes items out of their scene and deletes them; null entries are skipped.
     static void deleteItems(std::initializer_list<QGraphicsItem*> items);
     // The number of the first handle that contains point, walking keys from 0.
     int hitHandle(const QPointF& point) const;
     // The working pen with this shape's colour and truncated width.
     const QPen& currentPen();
+    // The solid brush of this shape's brush colour, as every filled item gets it.
+    QBrush solidBrush() const { return QBrush(m_brushColor, Qt::SolidPattern); }
     // Cursor of the view's viewport for a handle number, by a table of the
     // subclass (index = number; number 0 and beyond the table: arrow).
     void setViewportCursor(QPointF point, const QVector<Qt::CursorShape>& cursorByNumber);

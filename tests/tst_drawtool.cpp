@@ -7,6 +7,7 @@
 
 #include "Rect1HandleItem.h"
 #include "odellipse.h"
+#include "odrect2.h"
 
 #include <QGraphicsRectItem>
 #include <QSignalSpy>

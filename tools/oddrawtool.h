@@ -2,21 +2,19 @@
 
 #include "ShapeLayer.h"
 #include "imagectrlscene.h"
-#include "numericguards.h"
-#include "odrect1.h"
-#include "odrect2.h"
 #include "odselecttool.h"
+#include "odshape.h"
 #include "odshapetool.h"
 #include "odshapetoolmanage.h"
 
 #include <QGraphicsSceneMouseEvent>
-#include <QtGlobal>
 
 // The tool for shapes made by one drag. A press builds a shape of class T at
 // the point with the scene's settings, puts it in the active layer, selects it
 // and hands the select tool a drag of the handle under the point; the release
-// ends the mode and throws away a shape that did not move, or a rectangle with
-// a side below 2. The host has heard the shape's id before that test.
+// ends the mode and throws away a shape that did not move, or one that T's own
+// rule (T::isTooSmallToKeep) finds too small. The host has heard the shape's
+// id before that test.
 template <class T>
 class ODDrawTool : public ODShapeTool
 {
@@ -49,6 +47,8 @@ public:
         ODShapeTool::mouseMoveEvent(scene, event, nullptr);
         if (!m_shape)
             return;
+        // The base move runs a second time, as drawing has it; it only notes
+        // the position, so the drag sees the same point either way.
         ODShapeTool::mouseMoveEvent(scene, event, nullptr);
         selectTool()->mouseMoveEvent(scene, event, nullptr);
     }
@@ -57,40 +57,29 @@ public:
     {
         ODShapeTool::mouseReleaseEvent(scene, event, nullptr);
         selectTool()->mouseReleaseEvent(scene, event, nullptr);
-        if (m_shape && (m_curPoint == m_pressPoint || isTooSmall(m_shape)))
+        // Judged on the stored parameters, so the view's scale plays no part.
+        if (m_shape && (m_curPoint == m_pressPoint || m_shape->isTooSmallToKeep()))
             discard(scene);
         m_shape = nullptr;
+    }
+
+    // The shape being drawn goes with its window.
+    void shapeDestroyed(ODShape* shape) override
+    {
+        if (shape == m_shape)
+            m_shape = nullptr;
+    }
+
+    void sceneDestroyed(QGraphicsScene* scene) override
+    {
+        if (m_shape && m_shape->getSence() == scene)
+            m_shape = nullptr;
     }
 
     T* shape() const { return m_shape; }
 
 private:
-    static ODSelectTool* selectTool()
-    {
-        return static_cast<ODSelectTool*>(ODShapeToolManage::GetODShapeToolManage()->GetShapeTool(DM_SELECT));
-    }
-
-    // Judged on the stored parameters, so the view's scale plays no part.
-    static bool isTooSmall(ODShape* shape)
-    {
-        if (shape->GetDrawMode() == DM_RECT1) {
-            double p0 = -1.0, p1 = -1.0, p2 = -1.0, p3 = -1.0;
-            int direction = -1, count = -1;
-            if (!static_cast<ODRect1*>(shape)->GetParam(&p0, &p1, &p2, &p3, &direction, &count))
-                return false;
-            const int dx = TruncateToInt(p0 - p2);
-            const int dy = TruncateToInt(p3 - p1);
-            return qAbs(dx) < 2 || qAbs(dy) < 2;
-        }
-        if (shape->GetDrawMode() == DM_RECT2) {
-            double x = -1.0, y = -1.0, l1 = -1.0, l2 = -1.0, angle = -1.0;
-            int direction = -1, count = -1;
-            if (!static_cast<ODRect2*>(shape)->GetParam(&x, &y, &l1, &l2, &angle, &direction, &count))
-                return false;
-            return qAbs(l1) < 2.0 || qAbs(l2) < 2.0;
-        }
-        return false;
-    }
+    static ODSelectTool* selectTool() { return ODShapeToolManage::GetODShapeToolManage()->selectTool(); }
 
     void dropUnfinishedShape()
     {

@@ -29,6 +29,38 @@ void ODSelectTool::clearCurrentShape()
     m_selectMode = SelectNone;
 }
 
+void ODSelectTool::forgetCurrentShape()
+{
+    clearCurrentShape();
+    m_handleIndex = 0;
+    m_dragState = DragNothing;
+}
+
+template <class Test>
+void ODSelectTool::dropMenuEntries(Test isGoing)
+{
+    if (!m_shapeMenu)
+        return;
+    for (QAction* action : m_shapeMenu->actions()) {
+        if (isGoing(reinterpret_cast<ODShape*>(quintptr(action->data().toLongLong()))))
+            delete action;
+    }
+}
+
+void ODSelectTool::shapeDestroyed(ODShape* shape)
+{
+    if (shape == m_currentShape)
+        forgetCurrentShape();
+    dropMenuEntries([shape](ODShape* entry) { return entry == shape; });
+}
+
+void ODSelectTool::sceneDestroyed(QGraphicsScene* scene)
+{
+    if (m_currentShape && m_currentShape->getSence() == scene)
+        forgetCurrentShape();
+    dropMenuEntries([scene](ODShape* entry) { return entry && entry->getSence() == scene; });
+}
+
 void ODSelectTool::setCurrentShape(ODShape* shape)
 {
     m_currentShape = shape;

@@ -38,6 +38,11 @@ public:
     void mouseReleaseEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event, ODShape* shape) override;
     void mouseMoveEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event, ODShape* shape) override;
 
+    // The current shape, or the scene it lives in, going away ends the
+    // selection and any drag of it; the menu loses the shape's entry.
+    void shapeDestroyed(ODShape* shape) override;
+    void sceneDestroyed(QGraphicsScene* scene) override;
+
     void clearCurrentShape();
     void setCurrentShape(ODShape* shape);
     // 1 when a shape is current afterwards, else 0.
@@ -56,6 +61,10 @@ private slots:
 
 private:
     void clearAllSelections(ImageCtrlScene* scene);
+    void forgetCurrentShape();
+    // Takes the menu entries of the shapes that pass out of the menu.
+    template <class Test>
+    void dropMenuEntries(Test isGoing);
 
     int m_selectMode;
     int m_handleIndex;

@@ -39,3 +39,11 @@ void ODShapeTool::mouseMoveEvent(ImageCtrlScene*, QGraphicsSceneMouseEvent* even
 void ODShapeTool::mouseDoubleClickEvent(ImageCtrlScene*, QGraphicsSceneMouseEvent*)
 {
 }
+
+void ODShapeTool::shapeDestroyed(ODShape*)
+{
+}
+
+void ODShapeTool::sceneDestroyed(QGraphicsScene*)
+{
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "odshapewatcher.h"
+
 #include <QColor>
 #include <QObject>
 #include <QPointF>
@@ -14,7 +16,10 @@ class QGraphicsSceneMouseEvent;
 // drawing settings at the press, and ends the draw mode at the release. The
 // shape argument is null from the dispatch; a drawing tool passes its new
 // shape when it hands the drag to the select tool.
-class ODShapeTool : public QObject
+//
+// A tool outlives every window, so it watches the shapes: a tool that keeps a
+// shape between events forgets it when the shape or its scene is destroyed.
+class ODShapeTool : public QObject, public ODShapeWatcher
 {
     Q_OBJECT
 
@@ -22,10 +27,21 @@ public:
     ODShapeTool();
     ~ODShapeTool() override;
 
+    // Notes the press (m_curPoint, then m_pressPoint, scene coordinates, as
+    // the event gives them) and the scene's pen, brush, line width and scale.
+    // An override that draws runs the base first.
     virtual void mousePressEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event, ODShape* shape);
+    // Puts the scene back into DM_SELECT: each draw mode lasts for one shape.
+    // An override runs the base before anything that reports to the host.
     virtual void mouseReleaseEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event, ODShape* shape);
+    // Notes the position in m_curPoint and nothing else.
     virtual void mouseMoveEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event, ODShape* shape);
+    // Does nothing; a tool that builds on clicks overrides it.
     virtual void mouseDoubleClickEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event);
+
+    // The base keeps no shape; an override drops its own pointers.
+    void shapeDestroyed(ODShape* shape) override;
+    void sceneDestroyed(QGraphicsScene* scene) override;
 
     QPointF pressPoint() const { return m_pressPoint; }
     QPointF curPoint() const { return m_curPoint; }

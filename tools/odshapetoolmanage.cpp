@@ -57,6 +57,12 @@ ODShapeTool* ODShapeToolManage::GetShapeTool(DrawMode mode)
     return index >= 0 && index < m_toolList.size() ? m_toolList[index] : nullptr;
 }
 
+ODSelectTool* ODShapeToolManage::selectTool()
+{
+    // Row 0 is made an ODSelectTool by InitShapeList and never replaced.
+    return static_cast<ODSelectTool*>(GetShapeTool(DM_SELECT));
+}
+
 ODShapeTool* ODShapeToolManage::toolOf(ImageCtrlScene* scene)
 {
     return GetShapeTool(scene->GetDrawMode());
@@ -88,12 +94,12 @@ void ODShapeToolManage::mouseDoubleClickEvent(ImageCtrlScene* scene, QGraphicsSc
 
 void ODShapeToolManage::clearSelectedShape()
 {
-    if (auto* select = static_cast<ODSelectTool*>(GetShapeTool(DM_SELECT)))
+    if (ODSelectTool* select = selectTool())
         select->clearCurrentShape();
 }
 
 void ODShapeToolManage::setCurSelectedShape(ODShape* shape)
 {
-    if (auto* select = static_cast<ODSelectTool*>(GetShapeTool(DM_SELECT)))
+    if (ODSelectTool* select = selectTool())
         select->setCurrentShape(shape);
 }

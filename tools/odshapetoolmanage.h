@@ -5,6 +5,7 @@
 #include <QList>
 
 class ImageCtrlScene;
+class ODSelectTool;
 class ODShape;
 class ODShapeTool;
 class QGraphicsSceneMouseEvent;
@@ -31,6 +32,8 @@ public:
 
     // The tool of a mode; null for a mode without one.
     ODShapeTool* GetShapeTool(DrawMode mode);
+    // The tool of DM_SELECT, which every drawing tool hands its drag to.
+    ODSelectTool* selectTool();
     void clearSelectedShape();
     void setCurSelectedShape(ODShape* shape);
     void FreeShapeList();

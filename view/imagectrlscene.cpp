@@ -5,6 +5,7 @@
 #include "eventthread.h"
 #include "geometryhelpers.h"
 #include "odshapetoolmanage.h"
+#include "odshapewatcher.h"
 
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
@@ -44,9 +45,11 @@ ImageCtrlScene::ImageCtrlScene(QObject* parent)
 }
 
 // The static layer and any layer added by CreateLayers(int) stay: only the
-// list of them goes.
+// list of them goes. The process-wide tools hear first, while every shape of
+// this scene is still whole, and forget what they hold of it.
 ImageCtrlScene::~ImageCtrlScene()
 {
+    ODShapeWatcher::notifySceneDestroyed(this);
     delete m_imageLayer;
     m_imageLayer = nullptr;
     delete m_activeLayer;

@@ -1,0 +1,31 @@
+#pragma once
+
+class ODShape;
+class QGraphicsScene;
+
+// An object of the process that keeps pointers to shapes across events, such
+// as a tool, is a watcher. Watchers register themselves on construction, and
+// every watcher is told when a shape is being destroyed and when a scene is
+// being destroyed, before its items go, so that a window torn down under a
+// process-wide object leaves nothing dangling in it. Calls come on the GUI
+// thread only.
+class ODShapeWatcher
+{
+public:
+    ODShapeWatcher();
+    virtual ~ODShapeWatcher();
+
+    ODShapeWatcher(const ODShapeWatcher&) = delete;
+    ODShapeWatcher& operator=(const ODShapeWatcher&) = delete;
+
+    // A shape is being destroyed: an override drops every pointer it holds to
+    // it. The shape is half gone, so only its address may be compared.
+    virtual void shapeDestroyed(ODShape* shape) = 0;
+    // A scene is being destroyed: an override drops every pointer it holds to
+    // the scene and to any shape of it, also shapes whose layer is never freed.
+    // The scene and its shapes are still whole during the call.
+    virtual void sceneDestroyed(QGraphicsScene* scene) = 0;
+
+    static void notifyShapeDestroyed(ODShape* shape);
+    static void notifySceneDestroyed(QGraphicsScene* scene);
+};
