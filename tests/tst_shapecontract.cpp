@@ -72,8 +72,8 @@ struct ShapeContract
     std::function<void(ODShape*, const QVector<double>&)> setParams;
     // GetParam with outputs preset to values, which are read back afterwards.
     std::function<bool(const ODShape*, QVector<double>&)> getParam;
-    // A point on the body of the box shape.
-    std::function<QPointF(QPointF, QSizeF)> bodyPoint;
+    // A point on the body of the box shape: its centre, unless said otherwise.
+    std::function<QPointF(QPointF, QSizeF)> bodyPoint = [](QPointF centre, QSizeF) { return centre; };
     // The display items, the main item first.
     std::function<QList<QGraphicsItem*>(const ODShape*)> displayItems;
     std::function<void(ODShape*, long)> setZValue;
@@ -95,6 +95,20 @@ template <typename Item>
 std::function<bool(const QGraphicsPathItem*)> isExactly()
 {
     return [](const QGraphicsPathItem* item) { return item && typeid(*item) == typeid(Item); };
+}
+
+// The nine handles of a turned rectangle: eight squares and a round rotation
+// handle joined to the top-centre one, on a Rect2HandleItem that ShowHandle
+// raises above the main item.
+void useTurnedRectangleHandles(ShapeContract& c)
+{
+    c.handleCount = 9;
+    c.handlePaint = HandlePaint::FixedDevicePixels;
+    c.handleItemClass = "Rect2HandleItem";
+    c.hasHandleItemClass = isExactly<Rect2HandleItem>();
+    c.roundHandleKey = 8;
+    c.joinedHandles = {{8, 1}};
+    c.showHandleRaisesHandleItem = true;
 }
 
 ShapeContract rect1Contract()
@@ -128,7 +142,6 @@ ShapeContract rect1Contract()
         v = {l, t, r, b, double(direction), double(count)};
         return ok;
     };
-    c.bodyPoint = [](QPointF centre, QSizeF) { return centre; };
     c.displayItems = [](const ODShape* shape) {
         return QList<QGraphicsItem*>{as<ODRect1>(shape)->rectItem(), as<ODRect1>(shape)->searchLineItem()};
     };
@@ -142,13 +155,7 @@ ShapeContract rect2Contract()
     c.name = "ODRect2";
     c.slotCount = 4;
     c.paramCount = 7;
-    c.handleCount = 9;
-    c.handlePaint = HandlePaint::FixedDevicePixels;
-    c.handleItemClass = "Rect2HandleItem";
-    c.hasHandleItemClass = isExactly<Rect2HandleItem>();
-    c.roundHandleKey = 8;
-    c.joinedHandles = {{8, 1}};
-    c.showHandleRaisesHandleItem = true;
+    useTurnedRectangleHandles(c);
     c.make = [](QGraphicsScene* scene) -> ODShape* { return new ODRect2(scene); };
     c.makeAt = [](QGraphicsScene* scene, QPointF p) -> ODShape* { return new ODRect2(scene, p); };
     c.slotsAtPoint = [](QPointF p) { return QVector<double>{p.x(), p.y(), 0, 0}; };
@@ -170,7 +177,6 @@ ShapeContract rect2Contract()
         v = {x, y, w, h, angle, double(direction), double(count)};
         return ok;
     };
-    c.bodyPoint = [](QPointF centre, QSizeF) { return centre; };
     c.displayItems = [](const ODShape* shape) {
         return QList<QGraphicsItem*>{as<ODRect2>(shape)->rectItem(), as<ODRect2>(shape)->searchLineItem()};
     };
@@ -184,13 +190,7 @@ ShapeContract ellipseContract()
     c.name = "ODEllipse";
     c.slotCount = 4;
     c.paramCount = 5;
-    c.handleCount = 9;
-    c.handlePaint = HandlePaint::FixedDevicePixels;
-    c.handleItemClass = "Rect2HandleItem";
-    c.hasHandleItemClass = isExactly<Rect2HandleItem>();
-    c.roundHandleKey = 8;
-    c.joinedHandles = {{8, 1}};
-    c.showHandleRaisesHandleItem = true;
+    useTurnedRectangleHandles(c);
     c.make = [](QGraphicsScene* scene) -> ODShape* { return new ODEllipse(scene); };
     c.makeAt = [](QGraphicsScene* scene, QPointF p) -> ODShape* { return new ODEllipse(scene, p); };
     c.slotsAtPoint = [](QPointF p) { return QVector<double>{p.x(), p.y(), 0, 0}; };
@@ -206,7 +206,6 @@ ShapeContract ellipseContract()
         v = {x, y, rx, ry, angle};
         return ok;
     };
-    c.bodyPoint = [](QPointF centre, QSizeF) { return centre; };
     c.displayItems = [](const ODShape* shape) {
         return QList<QGraphicsItem*>{as<ODEllipse>(shape)->ellipseItem()};
     };
