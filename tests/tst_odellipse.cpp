@@ -653,5 +653,40 @@ void tst_ODEllipse::itemsLeaveTheSceneWithTheShape()
     QCOMPARE(scene.items().size(), before);
 }
 
-QTEST_MAIN(tst_ODEllipse)
+// Exact comparisons: QCOMPARE and QPointF's == forgive differences far larger
+// than the rounding that a turn by 0 through the trigonometry leaves.
+class tst_ODEllipseExact : public tst_ODEllipse
+{
+    Q_OBJECT
+
+private slots:
+    void unturnedEllipseGivesPointsBackBitForBit();
+};
+
+void tst_ODEllipseExact::unturnedEllipseGivesPointsBackBitForBit()
+{
+    QGraphicsScene scene;
+    ODEllipse shape(&scene);
+    place(shape, 100.3f, 50.7f, 33.3f, 12.1f, 0.0f);
+    const QPointF c = shape.center();
+    // Taken to the centre and back, these coordinates round: only a point
+    // that skips the turn comes back as it was.
+    const QPointF p(0.1, 0.3);
+    QVERIFY((p.x() - c.x()) + c.x() != p.x());
+    QVERIFY((p.y() - c.y()) + c.y() != p.y());
+
+    for (float angle : {0.0f, -0.0f}) {
+        shape.SetRoateAngle(angle);
+        const QPointF back = shape.RotatePoint(p);
+        QVERIFY2(back.x() == p.x() && back.y() == p.y(),
+                 qPrintable(QString("angle %1: (%2, %3)").arg(double(angle)).arg(back.x(), 0, 'g', 17)
+                                .arg(back.y(), 0, 'g', 17)));
+    }
+    // A turn that is not 0 does go through the trigonometry.
+    shape.SetRoateAngle(0.001f);
+    const QPointF turned = shape.RotatePoint(p);
+    QVERIFY(turned.x() != p.x() || turned.y() != p.y());
+}
+
+QTEST_MAIN(tst_ODEllipseExact)
 #include "tst_odellipse.moc"

@@ -251,5 +251,106 @@ void RepaintWorkerTest::repaintWithoutWindowReturnsAtOnce()
     QCOMPARE(worker.result, -1L);
 }
 
-QTEST_MAIN(RepaintWorkerTest)
+// repaint() on the window's own thread: the blocking queued call would wait for
+// the thread that is making it, so Qt reports a dead lock and the call never
+// returns. The call runs in a child process of this binary, which is left
+// hanging and then killed.
+
+#include <QProcess>
+
+#include <cstdio>
+
+namespace {
+
+// The argument that makes this binary the child that calls repaint() on the
+// window's thread.
+const char* const kRepaintOnWindowThreadArgument = "--repaint-on-the-window-thread";
+// What the child prints just before the call and after it.
+const QByteArray kCallingMarker = "calling repaint on the window thread";
+const QByteArray kReturnedMarker = "repaint returned";
+// Qt's report of a blocking queued call within one thread.
+const QByteArray kDeadLockReport = "Dead lock detected while activating a BlockingQueuedConnection";
+
+// Time for the child to start, make its window and reach the call, also in a
+// sanitizer build on a loaded machine.
+constexpr int kChildStartTimeoutMs = 60000;
+// How long the child must stay inside the call after Qt's report.
+constexpr int kHangingMs = 3000;
+
+// The child: a host widget with a window and a picture, then repaint() from
+// the window's thread.
+int repaintOnTheWindowThread()
+{
+    QWidget host;
+    host.resize(320, 240);
+    host.show();
+    KESImageWnd wnd;
+    if (wnd.create(reinterpret_cast<qlonglong>(&host)) != 0)
+        return 2;
+    VorImage picture = colourPicture(255, 0, 0);
+    wnd.setBackground(picture);
+    QCoreApplication::processEvents();
+
+    std::printf("%s\n", kCallingMarker.constData());
+    std::fflush(stdout);
+    const long result = wnd.repaint();
+    std::printf("%s %ld\n", kReturnedMarker.constData(), result);
+    std::fflush(stdout);
+    wnd.destory();
+    return 0;
+}
+
+} // namespace
+
+// The worker's calls above and the window thread's call below.
+class RepaintThreadsTest : public RepaintWorkerTest
+{
+    Q_OBJECT
+
+private slots:
+    void repaintOnTheWindowThreadReportsADeadLockAndNeverReturns();
+};
+
+void RepaintThreadsTest::repaintOnTheWindowThreadReportsADeadLockAndNeverReturns()
+{
+    QProcess child;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    child.setProcessEnvironment(environment);
+    QByteArray output;
+    QByteArray errors;
+    connect(&child, &QProcess::readyReadStandardOutput, &child, [&] { output += child.readAllStandardOutput(); });
+    connect(&child, &QProcess::readyReadStandardError, &child, [&] { errors += child.readAllStandardError(); });
+
+    child.start(QCoreApplication::applicationFilePath(), {QString(kRepaintOnWindowThreadArgument)});
+    QVERIFY2(child.waitForStarted(kChildStartTimeoutMs), qPrintable(child.errorString()));
+    // The child reaches the call and Qt reports the dead lock, unless the
+    // child ends first.
+    QTRY_VERIFY_WITH_TIMEOUT((output.contains(kCallingMarker) && errors.contains(kDeadLockReport))
+                                 || child.state() == QProcess::NotRunning,
+                             kChildStartTimeoutMs);
+    QVERIFY2(output.contains(kCallingMarker), qPrintable(output + errors));
+    QVERIFY2(errors.contains(kDeadLockReport), errors.constData());
+
+    // Still inside the call: the bounded wait for the child's end runs out.
+    QVERIFY2(!child.waitForFinished(kHangingMs), qPrintable(output));
+    QCOMPARE(child.state(), QProcess::Running);
+    child.kill();
+    QVERIFY(child.waitForFinished(kChildStartTimeoutMs));
+    output += child.readAllStandardOutput();
+    QVERIFY2(!output.contains(kReturnedMarker), output.constData());
+    QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+}
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    app.setAttribute(Qt::AA_Use96Dpi, true);
+    if (app.arguments().contains(QString(kRepaintOnWindowThreadArgument)))
+        return repaintOnTheWindowThread();
+    RepaintThreadsTest test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_repaintworker.moc"
