@@ -785,7 +785,7 @@ private slots:
         QTest::addColumn<QString>("pixels");
         QTest::newRow("none") << "" << "";
         QTest::newRow("one on a centre") << "3.5,4.5" << "3,4";
-        QTest::newRow("one off centre") << "3.2,4.5" << "";
+        QTest::newRow("one off centre") << "3.2,4.5" << "3,4";
         QTest::newRow("two: a segment") << "0.5,0.5 5.5,0.5" << "0,0 1,0 2,0 3,0 4,0 5,0";
         QTest::newRow("collinear three") << "0.5,0.5 2.5,2.5 4.5,4.5" << "0,0 1,1 2,2 3,3 4,4";
     }
@@ -1571,6 +1571,17 @@ void randomSegment(SegmentRandom& random, SegmentKind kind, double* ends)
     }
 }
 
+// "x,y x,y ..." in doubles.
+std::vector<VorPoint> verticesOf(const QString& text)
+{
+    std::vector<VorPoint> list;
+    for (const QString& item : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QStringList xy = item.split(QLatin1Char(','));
+        list.emplace_back(xy.at(0).toDouble(), xy.at(1).toDouble());
+    }
+    return list;
+}
+
 QString segmentText(const double* ends)
 {
     return QStringLiteral("(%1, %2) to (%3, %4)")
@@ -1804,6 +1815,33 @@ private slots:
             default: QCOMPARE(p.first + p.second, 0); break;
             }
         }
+    }
+
+    void polygonOfOneOrTwoVertices_data()
+    {
+        QTest::addColumn<QString>("vertices");  // "x,y x,y" in doubles
+        QTest::addColumn<QString>("pixels");
+        QTest::newRow("one whole-number vertex") << "3,4" << "3,4";
+        QTest::newRow("one fractional vertex") << "3.7,4.2" << "3,4";
+        QTest::newRow("two whole-number vertices along a row") << "1,2 6,2" << "1,2 2,2 3,2 4,2 5,2 6,2";
+        QTest::newRow("two whole-number vertices down a column") << "4,1 4,4" << "4,1 4,2 4,3 4,4";
+        QTest::newRow("two whole-number vertices on a slope") << "0,0 4,2" << "0,0 1,0 2,1 3,1 4,2";
+        QTest::newRow("two fractional vertices")
+            << "0.9,0.9 10.2,5.7" << "0,0 1,0 2,1 3,1 4,2 5,2 6,3 7,3 8,4 9,4 10,5";
+        QTest::newRow("two equal vertices") << "2,3 2,3" << "2,3";
+    }
+    void polygonOfOneOrTwoVertices()
+    {
+        QFETCH(QString, vertices);
+        QFETCH(QString, pixels);
+        const std::vector<VorPoint> list = verticesOf(vertices);
+        VorROI roi = polygon(list);
+        const VorImage image = pictureOf(roi);
+        VERIFY_FORMAT(image);
+        QCOMPARE(describe(setPixels(image)), describe(parsePixels(pixels)));
+        // The same pixels as the point or the line through the vertices.
+        VorROI same = list.size() == 1 ? point(list[0].x, list[0].y) : line(list[0].x, list[0].y, list[1].x, list[1].y);
+        VERIFY_SAME(comparePictures(image, pictureOf(same)));
     }
 };
 

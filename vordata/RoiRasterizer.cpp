@@ -983,8 +983,12 @@ void RoiRasterizer::rasterizeTorus(SpanSink& sink) const
 void RoiRasterizer::rasterizePolygon(SpanSink& sink) const
 {
     const std::size_t n = m_points.size();
-    if (n == 0)
+    // One vertex or two enclose no area; they leave the point or the segment,
+    // with the pixels a point or a line has.
+    if (n <= 2) {
+        rasterizePolyline(sink);
         return;
+    }
 
     struct Edge
     {
