@@ -15,3 +15,10 @@ inline int TruncateToInt(double value)
         return INT_MIN;
     return int(value);
 }
+
+// qRound(value), halves rounded up, where qRound would be undefined: NaN gives
+// 0, values beyond int saturate. Within range it equals qRound.
+inline int RoundToInt(double value)
+{
+    return TruncateToInt(std::floor(value + 0.5));
+}

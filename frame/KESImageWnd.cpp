@@ -20,6 +20,19 @@ ImageLayer* imageLayerOf(CMainWindow* window)
     return window->GetImageCtrlView()->GetImageCtrlScene()->GetImageLayer();
 }
 
+// The window's geometry from the host's bounds: (left, top, right - left,
+// bottom - top). A widget is at most QWIDGETSIZE_MAX wide and high and never
+// negative, so the size is cut to that range, as the toolkit would; the corner
+// is held within the same distance of the origin, so that no edge lies beyond
+// int.
+QRect windowGeometry(int left, int top, int right, int bottom)
+{
+    const qint64 limit = QWIDGETSIZE_MAX;
+    auto size = [limit](int from, int to) { return int(qBound<qint64>(0, qint64(to) - from, limit)); };
+    auto corner = [limit](int at) { return int(qBound<qint64>(-limit, at, limit)); };
+    return QRect(corner(left), corner(top), size(left, right), size(top, bottom));
+}
+
 } // namespace
 
 KESImageWnd::KESImageWnd(QObject* parent)
@@ -43,7 +56,7 @@ long KESImageWnd::create(qlonglong parentWndHandle, int left, int top, int right
     // A handle of 0 makes a top-level window.
     auto* window = new CMainWindow(reinterpret_cast<QWidget*>(parentWndHandle));
     window->create(0, true, true);
-    window->setGeometry(left, top, right - left, bottom - top);
+    window->setGeometry(windowGeometry(left, top, right, bottom));
     // Frame style 50: a panel (2) with the shadow bits 0x30.
     window->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     // No window-type bits: a child stays a child; a top-level window stays on
@@ -121,7 +134,7 @@ long KESImageWnd::move(int left, int top, int right, int bottom)
 {
     if (!m_mainWindow)
         return -1;
-    m_mainWindow->setGeometry(left, top, right - left, bottom - top);
+    m_mainWindow->setGeometry(windowGeometry(left, top, right, bottom));
     return 0;
 }
 

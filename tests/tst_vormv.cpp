@@ -785,7 +785,7 @@ private slots:
         QTest::addColumn<QString>("pixels");
         QTest::newRow("none") << "" << "";
         QTest::newRow("one on a centre") << "3.5,4.5" << "3,4";
-        QTest::newRow("one off centre") << "3.2,4.5" << "";
+        QTest::newRow("one off centre") << "3.2,4.5" << "3,4";
         QTest::newRow("two: a segment") << "0.5,0.5 5.5,0.5" << "0,0 1,0 2,0 3,0 4,0 5,0";
         QTest::newRow("collinear three") << "0.5,0.5 2.5,2.5 4.5,4.5" << "0,0 1,1 2,2 3,3 4,4";
     }
@@ -1370,6 +1370,481 @@ private slots:
     }
 };
 
+// ---------------------------------------------------------------------------
+
+namespace {
+
+// The straightforward walk of a line, the reference for the walk that skips
+// what cannot meet the picture: the ends are cut to a box of 2^28 pixels about
+// the origin, floored, and then every step along the longer axis between them
+// is taken and tested against the picture.
+std::vector<Pixel> fullWalk(double ax, double ay, double bx, double by)
+{
+    using Index = long long;
+    const double box = 268435456.0;
+    const Index limit = 16384;
+    std::vector<Pixel> pixels;
+    double t0 = 0.0;
+    double t1 = 1.0;
+    const double dxr = bx - ax;
+    const double dyr = by - ay;
+    const double p[4] = {-dxr, dxr, -dyr, dyr};
+    const double q[4] = {ax + box, box - ax, ay + box, box - ay};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0.0) {
+            if (q[i] < 0.0)
+                return pixels;
+        } else {
+            const double t = q[i] / p[i];
+            if (p[i] < 0.0)
+                t0 = std::max(t0, t);
+            else
+                t1 = std::min(t1, t);
+        }
+    }
+    if (!(t0 <= t1))
+        return pixels;
+    double x0r = ax;
+    double y0r = ay;
+    double x1r = bx;
+    double y1r = by;
+    if (t0 > 0.0) {
+        x0r = ax + t0 * dxr;
+        y0r = ay + t0 * dyr;
+    }
+    if (t1 < 1.0) {
+        x1r = ax + t1 * dxr;
+        y1r = ay + t1 * dyr;
+    }
+    auto toBox = [box](double v) { return std::min(std::max(std::floor(v), -box), box); };
+    Index x0 = static_cast<Index>(toBox(x0r));
+    Index y0 = static_cast<Index>(toBox(y0r));
+    Index x1 = static_cast<Index>(toBox(x1r));
+    Index y1 = static_cast<Index>(toBox(y1r));
+    auto ceilDiv = [](Index n, Index d) {
+        const Index quotient = n / d;
+        return (n % d != 0 && n > 0) ? quotient + 1 : quotient;
+    };
+    if (std::abs(x1 - x0) >= std::abs(y1 - y0)) {
+        if (x1 < x0) {
+            std::swap(x0, x1);
+            std::swap(y0, y1);
+        }
+        const Index dx = x1 - x0;
+        const Index dy = y1 - y0;
+        for (Index x = std::max<Index>(x0, 0); x <= std::min<Index>(x1, limit - 1); ++x) {
+            const Index y = dx == 0 ? y0 : y0 + ceilDiv(2 * (x - x0) * dy - dx, 2 * dx);
+            if (y >= 0 && y < limit)
+                pixels.emplace_back(static_cast<int>(x), static_cast<int>(y));
+        }
+    } else {
+        if (y1 < y0) {
+            std::swap(x0, x1);
+            std::swap(y0, y1);
+        }
+        const Index dx = x1 - x0;
+        const Index dy = y1 - y0;
+        for (Index y = std::max<Index>(y0, 0); y <= std::min<Index>(y1, limit - 1); ++y) {
+            const Index x = x0 + ceilDiv(2 * (y - y0) * dx - dy, 2 * dy);
+            if (x >= 0 && x < limit)
+                pixels.emplace_back(static_cast<int>(x), static_cast<int>(y));
+        }
+    }
+    return pixels;
+}
+
+// Row by row, then column by column, each pixel once.
+std::vector<Pixel> normalised(std::vector<Pixel> pixels)
+{
+    std::sort(pixels.begin(), pixels.end(), [](const Pixel& a, const Pixel& b) {
+        return a.second != b.second ? a.second < b.second : a.first < b.first;
+    });
+    pixels.erase(std::unique(pixels.begin(), pixels.end()), pixels.end());
+    return pixels;
+}
+
+std::vector<Pixel> regionPixels(const VorRegion& region)
+{
+    std::vector<Pixel> pixels;
+    for (const VorRegion::Run& run : region.Runs()) {
+        for (int x = run.columnBegin; x < run.columnEnd; ++x)
+            pixels.emplace_back(x, run.row);
+    }
+    return pixels;
+}
+
+std::vector<Pixel> walkedPixels(VorROI& roi)
+{
+    VorRegion region;
+    VORMV::VorROIToRegion(&region, roi);
+    return regionPixels(region);
+}
+
+// A small fixed-seed generator (splitmix64), so that every run tests the same
+// segments.
+class SegmentRandom
+{
+public:
+    explicit SegmentRandom(unsigned long long seed) : m_state(seed) {}
+
+    double uniform(double low, double high)
+    {
+        const double unit = static_cast<double>(next() >> 11) * (1.0 / 9007199254740992.0);
+        return low + (high - low) * unit;
+    }
+
+    // Whole, half or any: the walk treats ends on pixel borders and centres
+    // with care, so they come often.
+    double coordinate(double low, double high)
+    {
+        const double v = uniform(low, high);
+        switch (next() % 3) {
+        case 0: return std::floor(v);
+        case 1: return std::floor(v) + 0.5;
+        default: return v;
+        }
+    }
+
+    bool coin() { return (next() & 1) != 0; }
+
+private:
+    unsigned long long next()
+    {
+        unsigned long long z = (m_state += 0x9E3779B97F4A7C15ULL);
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ULL;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
+        return z ^ (z >> 31);
+    }
+
+    unsigned long long m_state;
+};
+
+enum class SegmentKind { Near, Crossing, FarOutside, AtOneBillion, InsideToOneBillion, SteepOrShallow };
+
+// One end of a segment of the kind.
+void randomSegment(SegmentRandom& random, SegmentKind kind, double* ends)
+{
+    const double picture = 16384.0;
+    const double billion = 1e9;
+    switch (kind) {
+    case SegmentKind::Near:
+        ends[0] = random.coordinate(-40.0, picture + 40.0);
+        ends[1] = random.coordinate(-40.0, picture + 40.0);
+        ends[2] = ends[0] + random.coordinate(-60.0, 60.0);
+        ends[3] = ends[1] + random.coordinate(-60.0, 60.0);
+        break;
+    case SegmentKind::Crossing:
+        for (int i = 0; i < 4; ++i)
+            ends[i] = random.coordinate(-50000.0, 50000.0);
+        break;
+    case SegmentKind::FarOutside:
+        for (int i = 0; i < 4; ++i)
+            ends[i] = random.coordinate(-2e6, 2e6);
+        break;
+    case SegmentKind::AtOneBillion:
+        for (int i = 0; i < 4; ++i)
+            ends[i] = random.coin() ? (random.coin() ? billion : -billion) : random.coordinate(-billion, billion);
+        break;
+    case SegmentKind::InsideToOneBillion:
+        ends[0] = random.coordinate(0.0, picture);
+        ends[1] = random.coordinate(0.0, picture);
+        ends[2] = random.coin() ? billion : -billion;
+        ends[3] = random.coordinate(-billion, billion);
+        if (random.coin()) {
+            std::swap(ends[0], ends[2]);
+            std::swap(ends[1], ends[3]);
+        }
+        break;
+    case SegmentKind::SteepOrShallow: {
+        // Through a pixel of the picture, nearly along an axis, out to 1e9.
+        const double cx = random.coordinate(0.0, picture);
+        const double cy = random.coordinate(0.0, picture);
+        const double across = random.uniform(-1e-3, 1e-3);
+        const double ux = random.coin() ? 1.0 : across;
+        const double uy = ux == 1.0 ? across : 1.0;
+        ends[0] = cx - ux * billion;
+        ends[1] = cy - uy * billion;
+        ends[2] = cx + ux * billion;
+        ends[3] = cy + uy * billion;
+        break;
+    }
+    }
+}
+
+// "x,y x,y ..." in doubles.
+std::vector<VorPoint> verticesOf(const QString& text)
+{
+    std::vector<VorPoint> list;
+    for (const QString& item : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QStringList xy = item.split(QLatin1Char(','));
+        list.emplace_back(xy.at(0).toDouble(), xy.at(1).toDouble());
+    }
+    return list;
+}
+
+QString segmentText(const double* ends)
+{
+    return QStringLiteral("(%1, %2) to (%3, %4)")
+        .arg(ends[0], 0, 'g', 17)
+        .arg(ends[1], 0, 'g', 17)
+        .arg(ends[2], 0, 'g', 17)
+        .arg(ends[3], 0, 'g', 17);
+}
+
+// The ends of a line as the given text says: "max" and "-max" are the largest
+// finite doubles, anything else a number.
+double endValue(const QString& text)
+{
+    const double largest = std::numeric_limits<double>::max();
+    if (text == QLatin1String("max"))
+        return largest;
+    if (text == QLatin1String("-max"))
+        return -largest;
+    return text.toDouble();
+}
+
+}  // namespace
+
+class LineWalk : public QObject
+{
+    Q_OBJECT
+private slots:
+    void matchesTheFullWalk_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("count");  // fewer where most segments cross the whole picture
+        QTest::newRow("short, near the picture") << int(SegmentKind::Near) << 300;
+        QTest::newRow("crossing the picture") << int(SegmentKind::Crossing) << 120;
+        QTest::newRow("mostly far outside") << int(SegmentKind::FarOutside) << 300;
+        QTest::newRow("ends at 1e9") << int(SegmentKind::AtOneBillion) << 120;
+        QTest::newRow("one end inside, one at 1e9") << int(SegmentKind::InsideToOneBillion) << 60;
+        QTest::newRow("nearly along an axis through the picture") << int(SegmentKind::SteepOrShallow) << 40;
+    }
+    void matchesTheFullWalk()
+    {
+        QFETCH(int, kind);
+        QFETCH(int, count);
+        SegmentRandom random(0x5EED0000ULL + static_cast<unsigned long long>(kind));
+        long long inside = 0;
+        for (int i = 0; i < count; ++i) {
+            double ends[4];
+            randomSegment(random, static_cast<SegmentKind>(kind), ends);
+            VorROI roi = line(ends[0], ends[1], ends[2], ends[3]);
+            const std::vector<Pixel> expected = normalised(fullWalk(ends[0], ends[1], ends[2], ends[3]));
+            const std::vector<Pixel> walked = walkedPixels(roi);
+            if (walked != expected)
+                QFAIL(qPrintable(QStringLiteral("%1: %2 pixels, the full walk %3")
+                                     .arg(segmentText(ends))
+                                     .arg(walked.size())
+                                     .arg(expected.size())));
+            inside += static_cast<long long>(expected.size());
+        }
+        // The segments of every kind do reach into the picture.
+        QVERIFY(inside > 0);
+    }
+
+    // Where the ideal line leaves the last row or column exactly between two
+    // pixels, the pixel with the smaller coordinate is still inside.
+    void leavesThePictureOnATie_data()
+    {
+        QTest::addColumn<double>("ax");
+        QTest::addColumn<double>("ay");
+        QTest::addColumn<double>("bx");
+        QTest::addColumn<double>("by");
+        QTest::addColumn<int>("lastX");
+        QTest::addColumn<int>("lastY");
+        QTest::newRow("through the bottom") << 0.5 << 8300.5 << 20000.5 << 18300.5 << 16167 << 16383;
+        QTest::newRow("through the right side") << 8300.5 << 0.5 << 18300.5 << 20000.5 << 16383 << 16167;
+        QTest::newRow("through the bottom, reversed") << 20000.5 << 18300.5 << 0.5 << 8300.5 << 16167 << 16383;
+        QTest::newRow("through the top") << 0.5 << 8000.5 << 20000.5 << -1999.5 << 16000 << 0;
+        QTest::newRow("through the left side") << 8000.5 << 0.5 << -1999.5 << 20000.5 << 0 << 16000;
+    }
+    void leavesThePictureOnATie()
+    {
+        QFETCH(double, ax);
+        QFETCH(double, ay);
+        QFETCH(double, bx);
+        QFETCH(double, by);
+        QFETCH(int, lastX);
+        QFETCH(int, lastY);
+        VorROI roi = line(ax, ay, bx, by);
+        const std::vector<Pixel> walked = walkedPixels(roi);
+        QVERIFY(std::find(walked.begin(), walked.end(), Pixel(lastX, lastY)) != walked.end());
+        QCOMPARE(walked.size(), normalised(fullWalk(ax, ay, bx, by)).size());
+        QVERIFY(walked == normalised(fullWalk(ax, ay, bx, by)));
+    }
+
+    void freeLineMatchesTheFullWalk()
+    {
+        SegmentRandom random(0xF4EE11EULL);
+        for (int i = 0; i < 20; ++i) {
+            std::vector<VorPoint> vertices;
+            std::vector<Pixel> expected;
+            double ends[4];
+            randomSegment(random, static_cast<SegmentKind>(i % 6), ends);
+            vertices.emplace_back(ends[0], ends[1]);
+            for (int k = 0; k < 8; ++k) {
+                randomSegment(random, static_cast<SegmentKind>((i + k) % 6), ends);
+                const VorPoint& last = vertices.back();
+                const std::vector<Pixel> step = fullWalk(last.x, last.y, ends[2], ends[3]);
+                expected.insert(expected.end(), step.begin(), step.end());
+                vertices.emplace_back(ends[2], ends[3]);
+            }
+            VorROI roi = polyline(vertices);
+            const std::vector<Pixel> walked = walkedPixels(roi);
+            expected = normalised(expected);
+            if (walked != expected) {
+                const auto differs = std::mismatch(walked.begin(), walked.end(), expected.begin(), expected.end());
+                const Pixel at = differs.first != walked.end() ? *differs.first : *differs.second;
+                QFAIL(qPrintable(QStringLiteral("free line %1: first difference at (%2, %3)")
+                                     .arg(i)
+                                     .arg(at.first)
+                                     .arg(at.second)));
+            }
+        }
+    }
+
+    void farFreeLineFinishes()
+    {
+        // Back and forth between two far corners: each segment crosses the
+        // picture's diagonal only at the origin, then once along row 3.
+        const double far = 1e9;
+        const VorPoint a(-far, far);
+        const VorPoint b(far, -far);
+        const VorPoint rowEnd(far, 3.5);
+        const VorPoint rowStart(-far, 3.5);
+        std::vector<VorPoint> vertices;
+        for (int i = 0; i < 199998; ++i)
+            vertices.push_back(i % 2 == 0 ? a : b);
+        vertices.push_back(rowEnd);
+        vertices.push_back(rowStart);
+        QCOMPARE(vertices.size(), std::size_t(200000));
+
+        std::vector<Pixel> expected = fullWalk(a.x, a.y, b.x, b.y);
+        for (const std::vector<Pixel>& step :
+             {fullWalk(b.x, b.y, a.x, a.y), fullWalk(b.x, b.y, rowEnd.x, rowEnd.y),
+              fullWalk(rowEnd.x, rowEnd.y, rowStart.x, rowStart.y)})
+            expected.insert(expected.end(), step.begin(), step.end());
+        expected = normalised(expected);
+        QCOMPARE(static_cast<long long>(expected.size()), 16385LL);
+
+        VorROI roi = polyline(vertices);
+        const VorImage image = pictureOf(roi);
+        VERIFY_FORMAT(image);
+        QCOMPARE(image.Width(), 16384);
+        QCOMPARE(image.Height(), 4);
+        QCOMPARE(cv::countNonZero(image.Mat().row(3)), 16384);
+        QCOMPARE(describe(setPixels(image)), describe(expected));
+    }
+
+    void endsAtTheLargestDouble_data()
+    {
+        QTest::addColumn<QString>("ax");
+        QTest::addColumn<QString>("ay");
+        QTest::addColumn<QString>("bx");
+        QTest::addColumn<QString>("by");
+        QTest::addColumn<QString>("pixels");  // "x,y x,y ...", or "columns FIRST-LAST of row Y"
+        QTest::newRow("from a pixel to the largest x") << "5.5" << "5.5" << "max" << "5.5" << "row 5 from 5";
+        QTest::newRow("from the lowest x to a pixel") << "-max" << "5.5" << "5.5" << "5.5" << "row 5 from 0 to 5";
+        QTest::newRow("from a pixel to the largest y") << "3.5" << "2.5" << "3.5" << "max" << "column 3 from 2";
+        QTest::newRow("between the two largest corners") << "max" << "max" << "max" << "max" << "";
+        QTest::newRow("between the two lowest corners") << "-max" << "-max" << "-max" << "-max" << "";
+        QTest::newRow("along the lowest row") << "-max" << "-max" << "max" << "-max" << "";
+    }
+    void endsAtTheLargestDouble()
+    {
+        QFETCH(QString, ax);
+        QFETCH(QString, ay);
+        QFETCH(QString, bx);
+        QFETCH(QString, by);
+        QFETCH(QString, pixels);
+        VorROI roi = line(endValue(ax), endValue(ay), endValue(bx), endValue(by));
+        const VorImage image = pictureOf(roi);
+        VERIFY_FORMAT(image);
+        const QStringList words = pixels.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        if (words.size() >= 4 && (words[0] == QLatin1String("row") || words[0] == QLatin1String("column"))) {
+            // A run of pixels along a row or a column, to its end or to a given one.
+            const bool row = words[0] == QLatin1String("row");
+            const int at = words[1].toInt();
+            const int first = words[3].toInt();
+            const int last = words.size() >= 6 ? words[5].toInt() : 16383;
+            QCOMPARE(countSet(image), static_cast<long long>(last - first + 1));
+            for (int k = first; k <= last; ++k)
+                QVERIFY(row ? isSet(image, k, at) : isSet(image, at, k));
+        } else {
+            QCOMPARE(describe(setPixels(image)), describe(parsePixels(pixels)));
+        }
+    }
+
+    // Opposite ends at the largest doubles are as far apart as a double can
+    // say: the line is cut as the same line with ends at 1e300 is.
+    void oppositeEndsAtTheLargestDouble_data()
+    {
+        QTest::addColumn<double>("ax");
+        QTest::addColumn<double>("ay");
+        QTest::addColumn<double>("bx");
+        QTest::addColumn<double>("by");
+        QTest::addColumn<int>("direction");  // 0 along a row, 1 down a column, 2 diagonal, 3 the other diagonal
+        const double m = std::numeric_limits<double>::max();
+        QTest::newRow("along row 5") << -m << 5.5 << m << 5.5 << 0;
+        QTest::newRow("down column 3") << 3.5 << m << 3.5 << -m << 1;
+        QTest::newRow("along the diagonal") << -m << -m << m << m << 2;
+        QTest::newRow("along the other diagonal") << -m << m << m << -m << 3;
+    }
+    void oppositeEndsAtTheLargestDouble()
+    {
+        QFETCH(double, ax);
+        QFETCH(double, ay);
+        QFETCH(double, bx);
+        QFETCH(double, by);
+        QFETCH(int, direction);
+        const double m = std::numeric_limits<double>::max();
+        auto nearer = [m](double v) { return v == m ? 1e300 : (v == -m ? -1e300 : v); };
+        VorROI largest = line(ax, ay, bx, by);
+        VorROI nearerEnds = line(nearer(ax), nearer(ay), nearer(bx), nearer(by));
+        const VorImage image = pictureOf(largest);
+        VERIFY_FORMAT(image);
+        VERIFY_SAME(comparePictures(image, pictureOf(nearerEnds)));
+        const std::vector<Pixel> pixels = setPixels(image);
+        QVERIFY(!pixels.empty());
+        for (const Pixel& p : pixels) {
+            switch (direction) {
+            case 0: QCOMPARE(p.second, 5); break;
+            case 1: QCOMPARE(p.first, 3); break;
+            case 2: QCOMPARE(p.first, p.second); break;
+            default: QCOMPARE(p.first + p.second, 0); break;
+            }
+        }
+    }
+
+    void polygonOfOneOrTwoVertices_data()
+    {
+        QTest::addColumn<QString>("vertices");  // "x,y x,y" in doubles
+        QTest::addColumn<QString>("pixels");
+        QTest::newRow("one whole-number vertex") << "3,4" << "3,4";
+        QTest::newRow("one fractional vertex") << "3.7,4.2" << "3,4";
+        QTest::newRow("two whole-number vertices along a row") << "1,2 6,2" << "1,2 2,2 3,2 4,2 5,2 6,2";
+        QTest::newRow("two whole-number vertices down a column") << "4,1 4,4" << "4,1 4,2 4,3 4,4";
+        QTest::newRow("two whole-number vertices on a slope") << "0,0 4,2" << "0,0 1,0 2,1 3,1 4,2";
+        QTest::newRow("two fractional vertices")
+            << "0.9,0.9 10.2,5.7" << "0,0 1,0 2,1 3,1 4,2 5,2 6,3 7,3 8,4 9,4 10,5";
+        QTest::newRow("two equal vertices") << "2,3 2,3" << "2,3";
+    }
+    void polygonOfOneOrTwoVertices()
+    {
+        QFETCH(QString, vertices);
+        QFETCH(QString, pixels);
+        const std::vector<VorPoint> list = verticesOf(vertices);
+        VorROI roi = polygon(list);
+        const VorImage image = pictureOf(roi);
+        VERIFY_FORMAT(image);
+        QCOMPARE(describe(setPixels(image)), describe(parsePixels(pixels)));
+        // The same pixels as the point or the line through the vertices.
+        VorROI same = list.size() == 1 ? point(list[0].x, list[0].y) : line(list[0].x, list[0].y, list[1].x, list[1].y);
+        VERIFY_SAME(comparePictures(image, pictureOf(same)));
+    }
+};
+
 int main(int argc, char** argv)
 {
     int status = 0;
@@ -1387,6 +1862,7 @@ int main(int argc, char** argv)
     run(MaskRaster());
     run(RegionConversion());
     run(DegenerateInput());
+    run(LineWalk());
     return status;
 }
 

@@ -5,6 +5,7 @@
 #include "datainterface.h"
 #include "eventthread.h"
 #include "imagectrlscene.h"
+#include "numericguards.h"
 
 #include "VorImage.h"
 
@@ -22,6 +23,7 @@
 #include <QtMath>
 
 #include <climits>
+#include <cmath>
 
 namespace {
 
@@ -41,6 +43,25 @@ bool colourFromText(const QString& text, QColor* colour)
     *colour = QColor(parts[0].toInt(nullptr, 10), parts[1].toInt(nullptr, 10), parts[2].toInt(nullptr, 10),
                      parts[3].toInt(nullptr, 10));
     return true;
+}
+
+// A mouse position in viewport pixels, rounded as QMouseEvent::pos() rounds.
+// False for one that is no number or lies farther from the viewport than a
+// widget can reach: no platform sends such a position, and the view ignores
+// the event instead of turning it into a pixel.
+bool viewportPixel(const QPointF& position, QPoint* pixel)
+{
+    const double farthest = QWIDGETSIZE_MAX;
+    if (!(std::abs(position.x()) <= farthest && std::abs(position.y()) <= farthest))
+        return false;
+    *pixel = position.toPoint();
+    return true;
+}
+
+// A scroll bar value moved by a distance, held within int.
+int scrolledBy(int value, qint64 distance)
+{
+    return int(qBound<qint64>(INT_MIN, qint64(value) + distance, INT_MAX));
 }
 
 QString colourText(const QColor& colour)
@@ -180,7 +201,9 @@ void ImageCtrlView::setScaleMatrix(double scale)
 
 long ImageCtrlView::Zoom(double scale)
 {
-    if (!(scale >= kMinimumScale))
+    // An infinite scale has no inverse matrix: like one below the minimum, it
+    // changes nothing.
+    if (!(scale >= kMinimumScale) || std::isinf(scale))
         return 0;
     m_scene->setScale(scale);
     setScaleMatrix(scale);
@@ -238,10 +261,15 @@ void ImageCtrlView::updateScene()
 
 void ImageCtrlView::mousePressEvent(QMouseEvent* event)
 {
-    const QPointF sp = mapToScene(event->pos());
+    QPoint pos;
+    if (!viewportPixel(event->localPos(), &pos)) {
+        event->accept();
+        return;
+    }
+    const QPointF sp = mapToScene(pos);
     if (event->button() & Qt::LeftButton) {
         emit sigMousePress(sp.x(), sp.y());
-        crossPressTest(event->pos());
+        crossPressTest(pos);
     }
 
     QGraphicsView::mousePressEvent(event);
@@ -249,18 +277,23 @@ void ImageCtrlView::mousePressEvent(QMouseEvent* event)
     if (event->button() & Qt::RightButton) {
         m_rightDown = true;
         setCursor(Qt::OpenHandCursor);
-        m_lastPos = event->pos();
+        m_lastPos = pos;
         emit sigMouseRightPress(sp.x(), sp.y());
     }
 }
 
 void ImageCtrlView::mouseMoveEvent(QMouseEvent* event)
 {
-    const QPointF sp = mapToScene(event->pos());
+    QPoint pos;
+    if (!viewportPixel(event->localPos(), &pos)) {
+        event->accept();
+        return;
+    }
+    const QPointF sp = mapToScene(pos);
     emit updateMousePosition(sp);
 
     if (m_crossDragging) {
-        m_crossPoint = event->pos();
+        m_crossPoint = pos;
         const QRect bounds = viewport()->rect();
         if (!bounds.contains(m_crossPoint)) {
             m_crossPoint.setX(qBound(bounds.left(), m_crossPoint.x(), bounds.right()));
@@ -271,13 +304,14 @@ void ImageCtrlView::mouseMoveEvent(QMouseEvent* event)
 
     if (m_rightDown) {
         setCursor(Qt::ClosedHandCursor);
-        const QPoint d = event->pos() - m_lastPos;
+        const qint64 dx = qint64(pos.x()) - m_lastPos.x();
+        const qint64 dy = qint64(pos.y()) - m_lastPos.y();
         QScrollBar* h = horizontalScrollBar();
-        h->setValue(h->value() + (isRightToLeft() ? d.x() : -d.x()));
+        h->setValue(scrolledBy(h->value(), isRightToLeft() ? dx : -dx));
         QScrollBar* v = verticalScrollBar();
-        v->setValue(v->value() - d.y());
+        v->setValue(scrolledBy(v->value(), -dy));
         m_scene->update(QRectF());
-        m_lastPos = event->pos();
+        m_lastPos = pos;
         m_rightMoved = true;
     }
 
@@ -292,9 +326,14 @@ void ImageCtrlView::mouseMoveEvent(QMouseEvent* event)
 
 void ImageCtrlView::mouseReleaseEvent(QMouseEvent* event)
 {
+    QPoint pos;
+    if (!viewportPixel(event->localPos(), &pos)) {
+        event->accept();
+        return;
+    }
     QGraphicsView::mouseReleaseEvent(event);
 
-    const QPointF sp = mapToScene(event->pos());
+    const QPointF sp = mapToScene(pos);
     emit mouseClicked(sp);
 
     // The flag decides, not the button: releasing the left button during a
@@ -323,7 +362,11 @@ void ImageCtrlView::mouseReleaseEvent(QMouseEvent* event)
 
 void ImageCtrlView::wheelEvent(QWheelEvent* event)
 {
-    const QPoint p = event->pos();
+    QPoint p;
+    if (!viewportPixel(event->position(), &p)) {
+        event->accept();
+        return;
+    }
     const QPointF sp = mapToScene(p);
     const double w = viewport()->width();
     const double h = viewport()->height();
@@ -355,8 +398,8 @@ void ImageCtrlView::wheelEvent(QWheelEvent* event)
 
     // Keep the scene point under the cursor.
     const QPointF m = matrix().map(sp);
-    horizontalScrollBar()->setValue(int(m.x() - w * fx));
-    verticalScrollBar()->setValue(int(m.y() - h * fy));
+    horizontalScrollBar()->setValue(TruncateToInt(m.x() - w * fx));
+    verticalScrollBar()->setValue(TruncateToInt(m.y() - h * fy));
 
     emit updateMousePosition(mapToScene(p));
     event->accept();
@@ -475,7 +518,13 @@ void ImageCtrlView::getCrossLineInfo(QString& info)
     object.insert("lineWidth", m_crossLineWidth);
     object.insert("circleRadius", m_crossRadius);
     object.insert("emphasisLength", m_crossEmphasisLength);
-    const QPoint point = m_crossMode ? mapToScene(m_crossPoint).toPoint() : m_crossPoint;
+    QPoint point = m_crossPoint;
+    if (m_crossMode) {
+        // Rounded as toPoint() rounds, but held within int: a view whose matrix
+        // cannot be inverted maps to no number.
+        const QPointF scenePoint = mapToScene(m_crossPoint);
+        point = QPoint(RoundToInt(scenePoint.x()), RoundToInt(scenePoint.y()));
+    }
     object.insert("point", QString("%1,%2").arg(point.x(), 0, 10, QChar(' ')).arg(point.y(), 0, 10, QChar(' ')));
     QJsonDocument document;
     document.setObject(object);

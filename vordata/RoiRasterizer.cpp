@@ -303,19 +303,53 @@ RowEstimate circleChord(double cx, double r, double dy)
     return RowEstimate::chord(cx - h, cx + h);
 }
 
+// Narrows the steps [first, last] of a walk along the longer axis to those
+// whose pixels can lie within [0, kLimit) across it. Across the axis the walk
+// takes the pixel nearest the ideal line through the integer ends (m0, n0) and
+// (m0 + dm, n0 + dn), never more than half a pixel away, so a pixel inside has
+// its ideal point within [-0.5, kLimit - 0.5] there. The bounds are widened by
+// a margin for the rounding of the division; the walk still tests every
+// pixel. False when no step is left.
+bool narrowToPicture(Index m0, Index n0, Index dm, Index dn, Index& first, Index& last)
+{
+    if (dn == 0)
+        return n0 >= 0 && n0 < kLimit;
+    constexpr Index kMargin = 2;
+    const double slope = static_cast<double>(dm) / static_cast<double>(dn);
+    const double a = static_cast<double>(m0) + (-0.5 - static_cast<double>(n0)) * slope;
+    const double b = static_cast<double>(m0) + (static_cast<double>(kLimit) - 0.5 - static_cast<double>(n0)) * slope;
+    // Ends within 2^28 and a slope up to 2^29 keep both below 2^58.
+    first = std::max<Index>(first, static_cast<Index>(std::floor(std::min(a, b))) - kMargin);
+    last = std::min<Index>(last, static_cast<Index>(std::ceil(std::max(a, b))) + kMargin);
+    return first <= last;
+}
+
 // The 8-connected line between the pixels holding a and b. Along the longer
 // axis every pixel from one end to the other is taken; across it the pixel
 // nearest the ideal line, and where the line passes exactly between two, the
 // one with the smaller coordinate, so that a line and its reverse are equal.
+// Only the part that can meet the picture is walked, so the work follows the
+// pixels inside, not the length of the line.
 void drawSegment(SpanSink& sink, double ax, double ay, double bx, double by)
 {
-    // Cut the segment to the far box (Liang-Barsky).
+    // Cut the segment to the far box (Liang-Barsky). Where the difference of
+    // the ends overflows, the cut runs at half scale, which gives the same
+    // parameters with every term finite.
+    double scale = 1.0;
+    double dxr = bx - ax;
+    double dyr = by - ay;
+    if (!std::isfinite(dxr) || !std::isfinite(dyr)) {
+        scale = 0.5;
+        dxr = bx * scale - ax * scale;
+        dyr = by * scale - ay * scale;
+    }
+    const double box = kLineBox * scale;
+    const double sax = ax * scale;
+    const double say = ay * scale;
     double t0 = 0.0;
     double t1 = 1.0;
-    const double dxr = bx - ax;
-    const double dyr = by - ay;
     const double p[4] = {-dxr, dxr, -dyr, dyr};
-    const double q[4] = {ax + kLineBox, kLineBox - ax, ay + kLineBox, kLineBox - ay};
+    const double q[4] = {sax + box, box - sax, say + box, box - say};
     for (int i = 0; i < 4; ++i) {
         if (p[i] == 0.0) {
             if (q[i] < 0.0)
@@ -335,12 +369,12 @@ void drawSegment(SpanSink& sink, double ax, double ay, double bx, double by)
     double x1r = bx;
     double y1r = by;
     if (t0 > 0.0) {
-        x0r = ax + t0 * dxr;
-        y0r = ay + t0 * dyr;
+        x0r = (sax + t0 * dxr) / scale;
+        y0r = (say + t0 * dyr) / scale;
     }
     if (t1 < 1.0) {
-        x1r = ax + t1 * dxr;
-        y1r = ay + t1 * dyr;
+        x1r = (sax + t1 * dxr) / scale;
+        y1r = (say + t1 * dyr) / scale;
     }
     auto toBox = [](double v) { return std::min(std::max(std::floor(v), -kLineBox), kLineBox); };
     Index x0 = static_cast<Index>(toBox(x0r));
@@ -361,8 +395,10 @@ void drawSegment(SpanSink& sink, double ax, double ay, double bx, double by)
         }
         const Index dx = x1 - x0;
         const Index dy = y1 - y0;
-        const Index first = std::max<Index>(x0, 0);
-        const Index last = std::min<Index>(x1, kLimit - 1);
+        Index first = std::max<Index>(x0, 0);
+        Index last = std::min<Index>(x1, kLimit - 1);
+        if (first > last || !narrowToPicture(x0, y0, dx, dy, first, last))
+            return;
         for (Index x = first; x <= last; ++x) {
             const Index y = dx == 0 ? y0 : y0 + ceilDiv(2 * (x - x0) * dy - dx, 2 * dx);
             if (y >= 0 && y < kLimit)
@@ -375,8 +411,10 @@ void drawSegment(SpanSink& sink, double ax, double ay, double bx, double by)
         }
         const Index dx = x1 - x0;
         const Index dy = y1 - y0;
-        const Index first = std::max<Index>(y0, 0);
-        const Index last = std::min<Index>(y1, kLimit - 1);
+        Index first = std::max<Index>(y0, 0);
+        Index last = std::min<Index>(y1, kLimit - 1);
+        if (first > last || !narrowToPicture(y0, x0, dy, dx, first, last))
+            return;
         for (Index y = first; y <= last; ++y) {
             const Index x = x0 + ceilDiv(2 * (y - y0) * dx - dy, 2 * dy);
             if (x >= 0 && x < kLimit)
@@ -945,8 +983,12 @@ void RoiRasterizer::rasterizeTorus(SpanSink& sink) const
 void RoiRasterizer::rasterizePolygon(SpanSink& sink) const
 {
     const std::size_t n = m_points.size();
-    if (n == 0)
+    // One vertex or two enclose no area; they leave the point or the segment,
+    // with the pixels a point or a line has.
+    if (n <= 2) {
+        rasterizePolyline(sink);
         return;
+    }
 
     struct Edge
     {

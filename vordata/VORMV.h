@@ -45,7 +45,8 @@ class VorRegion;
 //   belong to it; a sweep of zero keeps the start ray alone;
 // - polygon: closed from the last vertex back to the first; where sides cross,
 //   the even-odd rule decides; pixel centres on a side are inside. One vertex
-//   or two leave a point or a segment;
+//   or two enclose no area and leave a point or a segment instead, with the
+//   pixels of a point or a line;
 // - line and free line: a line from each vertex to the next (a free line is
 //   not closed). Along the longer axis of each line every pixel between the
 //   ends is taken, across it the pixel nearest to the ideal line; where the
