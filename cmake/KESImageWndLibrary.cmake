@@ -35,11 +35,6 @@ target_include_directories(KESImageWnd PUBLIC
     "$<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/data>")
 # The window itself links OpenCV core alone (through VorData).
 target_link_libraries(KESImageWnd PUBLIC Qt5::Core Qt5::Gui Qt5::Widgets VorData VorDataConvert)
-# Hosts see the facade and the data types; the internal classes keep default
-# visibility so that the test suite can reach them through the same library.
-set_target_properties(KESImageWnd PROPERTIES
-    CXX_VISIBILITY_PRESET default
-    VISIBILITY_INLINES_HIDDEN OFF)
 
 # The include folders of the internal classes, for the programs of this tree
 # that reach inside; a build that exports no internal class has no such target.

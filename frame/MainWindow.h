@@ -15,7 +15,7 @@ class Statusbar;
 // bar in this order and lays them out by hand from two flag words, the widget
 // flag (WF_*) and the push-button flag. It relays the view's and the tool
 // bar's events to the facade as signals, and runs the zoom commands.
-class CMainWindow : public QLabel
+class KESIMAGEWND_TESTS_EXPORT CMainWindow : public QLabel
 {
     Q_OBJECT
 

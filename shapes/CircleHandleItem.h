@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QGraphicsPathItem>
 #include <QMap>
 #include <QRectF>
@@ -7,7 +9,7 @@
 // The four handles of a circle, painted as squares of a fixed screen size, with
 // a resize cursor under the mouse. Its hover test looks at each handle moved one
 // unit up and to the left, and that offset is part of its behaviour.
-class CircleHandleItem : public QGraphicsPathItem
+class KESIMAGEWND_TESTS_EXPORT CircleHandleItem : public QGraphicsPathItem
 {
 public:
     explicit CircleHandleItem(QGraphicsItem* parent = nullptr);

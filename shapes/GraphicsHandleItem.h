@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QGraphicsPathItem>
 #include <QMap>
 #include <QRectF>
@@ -7,7 +9,7 @@
 // Handles of the point-list shapes: any number of squares of a fixed screen
 // size. Its path gives only its extent for Qt; it paints from its copy of the
 // shape's handle map, and keeps the one cursor its shape gave it.
-class GraphicsHandleItem : public QGraphicsPathItem
+class KESIMAGEWND_TESTS_EXPORT GraphicsHandleItem : public QGraphicsPathItem
 {
 public:
     explicit GraphicsHandleItem(QGraphicsItem* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QGraphicsPathItem>
 #include <QMap>
 #include <QRectF>
@@ -7,7 +9,7 @@
 // The eight handles of an axis-parallel rectangle, painted as squares of a
 // fixed screen size, with a resize cursor for the handle under the mouse. The
 // path gives only the item's extent; painting uses the copy of the handle map.
-class Rect1HandleItem : public QGraphicsPathItem
+class KESIMAGEWND_TESTS_EXPORT Rect1HandleItem : public QGraphicsPathItem
 {
 public:
     explicit Rect1HandleItem(QGraphicsItem* parent = nullptr);

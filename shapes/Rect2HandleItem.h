@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QGraphicsPathItem>
 #include <QList>
 #include <QMap>
@@ -10,7 +12,7 @@
 // 8, a round rotation handle joined to the top-centre handle by a line, all of
 // a fixed screen size. The hover cursor turns with the shape: each 45 degrees of
 // turn moves it one place along the cycle of handles.
-class Rect2HandleItem : public QGraphicsPathItem
+class KESIMAGEWND_TESTS_EXPORT Rect2HandleItem : public QGraphicsPathItem
 {
 public:
     explicit Rect2HandleItem(QGraphicsItem* parent = nullptr);

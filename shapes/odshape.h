@@ -30,7 +30,7 @@ class ShaperLayer;
 // All coordinates are scene coordinates, image pixels with y down. A shape
 // owns its graphics items: it creates them, adds them to the scene, and
 // removes and deletes them in its destructor.
-class ODShape
+class KESIMAGEWND_TESTS_EXPORT ODShape
 {
 public:
     // One counter for the process, shared with texts, regions and static

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QColor>
 #include <QObject>
 #include <QPointF>
@@ -14,7 +16,7 @@ class QGraphicsSceneMouseEvent;
 // drawing settings at the press, and ends the draw mode at the release. The
 // shape argument is null from the dispatch; a drawing tool passes its new
 // shape when it hands the drag to the select tool.
-class ODShapeTool : public QObject
+class KESIMAGEWND_TESTS_EXPORT ODShapeTool : public QObject
 {
     Q_OBJECT
 
