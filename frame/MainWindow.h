@@ -8,6 +8,7 @@
 #include <QString>
 
 class ButtonToolbar;
+class ImageCtrlScene;
 class ImageCtrlView;
 class Statusbar;
 
@@ -193,6 +194,8 @@ private:
     void applyToolbarFlag(long pushButtonFlag, bool isVisible);
     void clickZoomButton(int button);
     void clickDrawButton(int button, DrawMode mode);
+    // The view's scene, where the layers, the relay and the scale live.
+    ImageCtrlScene* scene() const;
 
     VorImage m_spareImage;
     bool m_spareFlag;
