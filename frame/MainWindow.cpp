@@ -30,6 +30,18 @@ constexpr int kToolbarHeight = 40;
 constexpr int kStatusbarHeight = 30;
 constexpr double kZoomStep = 1.25;
 
+// connect() by name takes a signature after the code of its kind, as SIGNAL()
+// and SLOT() write it; these build that text for signatures made at run time.
+QByteArray signalOf(const QByteArray& signature)
+{
+    return QByteArray::number(QSIGNAL_CODE) + signature;
+}
+
+QByteArray slotOf(const QByteArray& signature)
+{
+    return QByteArray::number(QSLOT_CODE) + signature;
+}
+
 } // namespace
 
 CMainWindow::CMainWindow(QWidget* parent)
@@ -97,35 +109,37 @@ void CMainWindow::connectSigs()
                                              "DrawLine",  "DrawRect",   "DrawRect2",   "DrawEllipse", "DrawCircle",
                                              "DrawAnnular", "DrawPolygon", "DrawAnyline", "DrawAnyCloseline",
                                              "DrawPoint"};
-    for (const char* stem : clickStems) {
+    for (const char* clickStem : clickStems) {
+        const QByteArray stem(clickStem);
         // The closed free line's slot has its words the other way round.
-        const QByteArray slotStem = qstrcmp(stem, "DrawAnyCloseline") == 0 ? "DrawCloseAnyline" : stem;
-        connect(m_toolbar, QByteArray("2") + stem + "PushButtonClicked(bool)", this,
-                QByteArray("1On") + slotStem + "PushButtonClicked(bool)");
+        const QByteArray slotStem = stem == "DrawAnyCloseline" ? QByteArray("DrawCloseAnyline") : stem;
+        connect(m_toolbar, signalOf(stem + "PushButtonClicked(bool)"), this,
+                slotOf("On" + slotStem + "PushButtonClicked(bool)"));
     }
     static const char* const pressStems[] = {"LoadImage", "ZoomIn",   "ZoomOut",   "ZoomFit",     "ZoomOrg",
                                              "DrawLine",  "DrawRect", "DrawRect2", "DrawEllipse", "DrawCircle",
                                              "DrawAnnular", "DrawPolygon", "DrawAnyline", "DrawPoint"};
-    for (const char* stem : pressStems)
-        connect(m_toolbar, QByteArray("2") + stem + "PushButtonPressed()", this,
-                QByteArray("1On") + stem + "PushButtonPressed()");
-    for (const char* stem : pressStems) {
+    for (const char* pressStem : pressStems) {
+        const QByteArray stem(pressStem);
+        connect(m_toolbar, signalOf(stem + "PushButtonPressed()"), this, slotOf("On" + stem + "PushButtonPressed()"));
+    }
+    for (const char* pressStem : pressStems) {
+        const QByteArray stem(pressStem);
         // In the ellipse's place its press is connected a second time: a press
         // on the ellipse button goes out twice and its release not at all.
-        if (qstrcmp(stem, "DrawEllipse") == 0) {
-            connect(m_toolbar, SIGNAL(DrawEllipsePushButtonPressed()), this, SLOT(OnDrawEllipsePushButtonPressed()));
-            continue;
-        }
-        connect(m_toolbar, QByteArray("2") + stem + "PushButtonReleased()", this,
-                QByteArray("1On") + stem + "PushButtonReleased()");
+        const QByteArray suffix = stem == "DrawEllipse" ? "PushButtonPressed()" : "PushButtonReleased()";
+        connect(m_toolbar, signalOf(stem + suffix), this, slotOf("On" + stem + suffix));
     }
 
+    // The floating area's zoom buttons come back from the view into the tool
+    // bar's click slots: the host hears buttonClicked with the tool bar's
+    // numbers, and the zoom goes through the event relay, as for the tool bar.
     connect(m_imageView, SIGNAL(ZoomInPushButtonClicked(bool)), this, SLOT(OnZoomInPushButtonClicked(bool)));
     connect(m_imageView, SIGNAL(ZoomOutPushButtonClicked(bool)), this, SLOT(OnZoomOutPushButtonClicked(bool)));
     connect(m_imageView, SIGNAL(ZoomFitPushButtonClicked(bool)), this, SLOT(OnZoomFitPushButtonClicked(bool)));
     connect(m_imageView, SIGNAL(ZoomOrgPushButtonClicked(bool)), this, SLOT(OnZoomOrgPushButtonClicked(bool)));
 
-    EventThread* relay = m_imageView->GetImageCtrlScene()->GetEventThread();
+    EventThread* relay = scene()->GetEventThread();
     connect(relay, SIGNAL(Zoom(int)), this, SLOT(OnZoom(int)));
 
     connect(m_imageView, SIGNAL(updateMousePosition(QPointF)), this, SLOT(OnUpdateMousePosition(QPointF)));
@@ -167,14 +181,19 @@ ImageCtrlView* CMainWindow::GetImageCtrlView() const
     return m_imageView;
 }
 
+ImageCtrlScene* CMainWindow::scene() const
+{
+    return m_imageView->GetImageCtrlScene();
+}
+
 void CMainWindow::setIsVorImg(bool isVorImg)
 {
-    m_imageView->GetImageCtrlScene()->GetImageLayer()->setIsVorImg(isVorImg);
+    scene()->GetImageLayer()->setIsVorImg(isVorImg);
 }
 
 bool CMainWindow::isVorImg()
 {
-    return m_imageView->GetImageCtrlScene()->GetImageLayer()->isVorImg();
+    return scene()->GetImageLayer()->isVorImg();
 }
 
 void CMainWindow::setWidgetParent(bool isWidgetParent)
@@ -274,12 +293,12 @@ void CMainWindow::setBackground(qlonglong image)
 
 void CMainWindow::clearBackground()
 {
-    m_imageView->GetImageCtrlScene()->GetImageLayer()->ClearVorImage();
+    scene()->GetImageLayer()->ClearVorImage();
 }
 
 void CMainWindow::clickZoomButton(int button)
 {
-    m_imageView->GetImageCtrlScene()->GetEventThread()->sendButtonClick(ButtonToolbar::PUSHBUTTON(button));
+    scene()->GetEventThread()->sendButtonClick(ButtonToolbar::PUSHBUTTON(button));
     emit buttonClicked(button);
 }
 
@@ -315,13 +334,12 @@ void CMainWindow::setInnerToolbarVisible(int pushButtonFlag, bool isVisible)
 
 void CMainWindow::SelectDrawROIMode(DrawMode mode)
 {
-    ImageCtrlScene* scene = m_imageView->GetImageCtrlScene();
-    ImageLayer* layer = scene->GetImageLayer();
+    ImageLayer* layer = scene()->GetImageLayer();
     m_imageView->setLimitMousePos(true);
     if (IsValidVorImage(layer->GetVorImage()) || !layer->isVorImg()) {
-        scene->GetActiveLayer()->clearCurrentShape();
-        scene->GetActiveLayer()->clearSelectedShape();
-        scene->SetDrawMode(mode);
+        scene()->GetActiveLayer()->clearCurrentShape();
+        scene()->GetActiveLayer()->clearSelectedShape();
+        scene()->SetDrawMode(mode);
     }
 }
 
@@ -329,7 +347,7 @@ void CMainWindow::clickDrawButton(int button, DrawMode mode)
 {
     // The mode is chosen before the host hears of the click.
     SelectDrawROIMode(mode);
-    m_imageView->GetImageCtrlScene()->GetEventThread()->sendButtonClick(ButtonToolbar::PUSHBUTTON(button));
+    scene()->GetEventThread()->sendButtonClick(ButtonToolbar::PUSHBUTTON(button));
     emit buttonClicked(button);
 }
 
@@ -346,7 +364,7 @@ void CMainWindow::OnLoadImagePushButtonClicked(bool)
     VorImage empty;
     m_imageView->DisplayImage(&empty);
     m_imageView->RefreshLayers();
-    m_imageView->GetImageCtrlScene()->GetEventThread()->sendButtonClick(ButtonToolbar::PB_LOAD_IMAGE);
+    scene()->GetEventThread()->sendButtonClick(ButtonToolbar::PB_LOAD_IMAGE);
     emit buttonClicked(ButtonToolbar::PB_LOAD_IMAGE);
 }
 
@@ -448,19 +466,18 @@ void CMainWindow::OnZoomOrgPushButtonClicked(bool)
 
 void CMainWindow::OnZoom(int model)
 {
-    ImageCtrlScene* scene = m_imageView->GetImageCtrlScene();
-    ImageLayer* layer = scene->GetImageLayer();
+    ImageLayer* layer = scene()->GetImageLayer();
     if (layer->isVorImg() && !IsValidVorImage(layer->GetVorImage()))
         return;
     switch (model) {
     case ButtonToolbar::PB_ZOOM_IN:
         layer->SetZoomModel(VOR_ZOOM_IN);
-        s_scale = float(scene->getScale());
+        s_scale = float(scene()->getScale());
         Zoom(float(double(s_scale) * kZoomStep));
         break;
     case ButtonToolbar::PB_ZOOM_OUT:
         layer->SetZoomModel(VOR_ZOOM_OUT);
-        s_scale = float(scene->getScale());
+        s_scale = float(scene()->getScale());
         Zoom(float(double(s_scale) / kZoomStep));
         break;
     case ButtonToolbar::PB_ZOOM_FIT:
@@ -480,8 +497,7 @@ void CMainWindow::OnZoom(int model)
 
 void CMainWindow::OnUpdateMousePosition(QPointF pos)
 {
-    ImageCtrlScene* scene = m_imageView->GetImageCtrlScene();
-    ImageLayer* layer = scene->GetImageLayer();
+    ImageLayer* layer = scene()->GetImageLayer();
     VorImage* vorImage = layer->GetVorImage();
     QImage* image = layer->GetQImage();
     // Without a picture the host hears of no movement and the bar stands still.
@@ -492,7 +508,7 @@ void CMainWindow::OnUpdateMousePosition(QPointF pos)
         return;
     }
 
-    const float zoom = float(scene->getScale());
+    const float zoom = float(scene()->getScale());
     double r = 0.0, g = 0.0, b = 0.0;
     layer->GetPixel(pos, &r, &g, &b);
 
@@ -517,13 +533,16 @@ void CMainWindow::onMouseClicked(QPointF pos)
 
 void CMainWindow::limtMouseChanged()
 {
+    // A draw mode's limit flag ends here, one turn of the event loop later, in
+    // a rectangle that confines nothing.
     QTimer::singleShot(1, this, SLOT(setLimitRect()));
 }
 
 void CMainWindow::setLimitRect()
 {
-    // The pointer is not confined: positions outside the picture reach every
-    // signal and tool as they are.
+    // The pointer is not confined, and no position is clamped: scene positions
+    // outside the picture, negative ones included, reach every signal, tool and
+    // host as they are.
 }
 
 void CMainWindow::resizeEvent(QResizeEvent* event)
@@ -540,8 +559,8 @@ void CMainWindow::resizeEvent(QResizeEvent* event)
 
 QRect CMainWindow::grabRect() const
 {
-    const float scale = float(m_imageView->GetImageCtrlScene()->getScale());
-    VorImage* image = m_imageView->GetImageCtrlScene()->GetImageLayer()->GetVorImage();
+    const float scale = float(scene()->getScale());
+    VorImage* image = scene()->GetImageLayer()->GetVorImage();
     const int iw = TruncateToInt(float(image->Width()) * scale);
     const int ih = TruncateToInt(float(image->Height()) * scale);
     const int vw = m_imageView->width();
@@ -555,7 +574,7 @@ QRect CMainWindow::grabRect() const
 
 long CMainWindow::GrabWindow(const char* fileName) const
 {
-    if (!IsValidVorImage(m_imageView->GetImageCtrlScene()->GetImageLayer()->GetVorImage()))
+    if (!IsValidVorImage(scene()->GetImageLayer()->GetVorImage()))
         return -1;
     const QString name = QString(fileName);
     const QPixmap pixmap = m_imageView->grab(grabRect());
@@ -569,7 +588,7 @@ long CMainWindow::GrabWindow(const char* fileName) const
 
 long CMainWindow::GrabWindow(VorImage* image) const
 {
-    ImageLayer* layer = m_imageView->GetImageCtrlScene()->GetImageLayer();
+    ImageLayer* layer = scene()->GetImageLayer();
     if (!IsValidVorImage(layer->GetVorImage()))
         return -1;
     const QImage grabbed = m_imageView->grab(grabRect()).toImage();

@@ -8,6 +8,7 @@
 #include <QString>
 
 class ButtonToolbar;
+class ImageCtrlScene;
 class ImageCtrlView;
 class Statusbar;
 
@@ -15,7 +16,7 @@ class Statusbar;
 // bar in this order and lays them out by hand from two flag words, the widget
 // flag (WF_*) and the push-button flag. It relays the view's and the tool
 // bar's events to the facade as signals, and runs the zoom commands.
-class CMainWindow : public QLabel
+class KESIMAGEWND_TESTS_EXPORT CMainWindow : public QLabel
 {
     Q_OBJECT
 
@@ -193,6 +194,8 @@ private:
     void applyToolbarFlag(long pushButtonFlag, bool isVisible);
     void clickZoomButton(int button);
     void clickDrawButton(int button, DrawMode mode);
+    // The view's scene, where the layers, the relay and the scale live.
+    ImageCtrlScene* scene() const;
 
     VorImage m_spareImage;
     bool m_spareFlag;

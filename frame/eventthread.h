@@ -1,6 +1,7 @@
 #pragma once
 
 #include "buttontoolbar.h"
+#include "kesimagewnd_export.h"
 
 #include <QObject>
 #include <QPointF>
@@ -9,7 +10,7 @@
 // plain QObject in the GUI thread: each send notes the event, emits a signal and
 // calls a registered callback, all in the caller's stack. Callbacks receive the
 // CMainWindow's address as the window id; coordinates are scene coordinates.
-class EventThread : public QObject
+class KESIMAGEWND_TESTS_EXPORT EventThread : public QObject
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
 #include "ui_FloatAreaWidget.h"
 
 #include <QWidget>
@@ -8,7 +9,7 @@
 // left of the view, for hosts that run without the tool bar: float and into
 // buttons (the host does the floating), zoom in and out, fit and one-to-one,
 // and a tip text. It only reports its buttons.
-class FloatAreaWidget : public QWidget
+class KESIMAGEWND_TESTS_EXPORT FloatAreaWidget : public QWidget
 {
     Q_OBJECT
 

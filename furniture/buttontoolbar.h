@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QLabel>
 #include <QString>
 
@@ -10,7 +12,7 @@ class QPushButton;
 // PUSHBUTTON value, which is also the indexButton the host hears, and a flag
 // bit by which a host shows or hides it. The bar places its buttons by hand:
 // square buttons as high as the bar, from x = 1, closing up over hidden ones.
-class ButtonToolbar : public QLabel
+class KESIMAGEWND_TESTS_EXPORT ButtonToolbar : public QLabel
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QLabel>
 #include <QPointF>
 #include <QSize>
@@ -7,7 +9,7 @@
 // The strip at the bottom of the window: one line of text for the position
 // under the mouse, with picture size, position, pixel value and zoom. A passive
 // label, fed by the window; the line stays until the next update.
-class Statusbar : public QLabel
+class KESIMAGEWND_TESTS_EXPORT Statusbar : public QLabel
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -12,7 +14,7 @@
 // buttons, the zoom buttons, the fit and one-to-one buttons, and a tip label on
 // the right. Object names are those of the fields, so that the area's
 // on_<name>_clicked slots find their buttons.
-class Ui_FloatAreaWidget
+class KESIMAGEWND_TESTS_EXPORT Ui_FloatAreaWidget
 {
 public:
     QHBoxLayout* horizontalLayout_5 = nullptr;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QList>
 #include <QPointF>
 #include <QVector>
@@ -11,7 +13,7 @@ class ODShape;
 // remembers which of them show their handles, asks them to repaint, and
 // answers which shapes lie at a point. Selection and hit order is the order of
 // insertion, oldest first, whatever the z order; a handle beats a body.
-class ODShapeLayer
+class KESIMAGEWND_TESTS_EXPORT ODShapeLayer
 {
 public:
     explicit ODShapeLayer(ImageCtrlScene* scene);

@@ -6,7 +6,7 @@
 // under the mouse. Its brush is the handle blue from the start. Its hover test
 // looks at each handle moved one unit up and to the left, and that offset is
 // part of its behaviour.
-class CircleHandleItem : public HoverHandleItem
+class KESIMAGEWND_TESTS_EXPORT CircleHandleItem : public HoverHandleItem
 {
 public:
     explicit CircleHandleItem(QGraphicsItem* parent = nullptr);

@@ -4,7 +4,7 @@
 
 // Handles of the point-list shapes: any number of squares. It takes no hover
 // events and keeps, for the whole item, the one cursor its shape gave it.
-class GraphicsHandleItem : public HandleItem
+class KESIMAGEWND_TESTS_EXPORT GraphicsHandleItem : public HandleItem
 {
 public:
     explicit GraphicsHandleItem(QGraphicsItem* parent = nullptr);

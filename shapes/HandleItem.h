@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QCursor>
 #include <QGraphicsPathItem>
 #include <QMap>
@@ -12,7 +14,7 @@
 // copy of the shape's handle map, keys from 0, each handle a filled square of
 // 6 by 6 device pixels in the item's brush, whatever the zoom. An item with an
 // empty path shows nothing.
-class HandleItem : public QGraphicsPathItem
+class KESIMAGEWND_TESTS_EXPORT HandleItem : public QGraphicsPathItem
 {
 public:
     explicit HandleItem(QGraphicsItem* parent = nullptr);
@@ -43,7 +45,7 @@ protected:
 // While the item is visible, a hover at a scene position finds the handle
 // number there and sets that number's cursor on the item; leaving sets the
 // arrow.
-class HoverHandleItem : public HandleItem
+class KESIMAGEWND_TESTS_EXPORT HoverHandleItem : public HandleItem
 {
 public:
     explicit HoverHandleItem(QGraphicsItem* parent = nullptr);

@@ -4,7 +4,7 @@
 
 // The eight handles of an axis-parallel rectangle, with the rectangle's resize
 // cursor for the handle under the mouse.
-class Rect1HandleItem : public HoverHandleItem
+class KESIMAGEWND_TESTS_EXPORT Rect1HandleItem : public HoverHandleItem
 {
 public:
     explicit Rect1HandleItem(QGraphicsItem* parent = nullptr);

@@ -10,7 +10,7 @@
 // line when the map holds all nine. The hover cursor turns with the shape:
 // each 45 degrees of turn moves it one place along the cycle of handles, and
 // the rotation handle has the cross.
-class Rect2HandleItem : public HoverHandleItem
+class KESIMAGEWND_TESTS_EXPORT Rect2HandleItem : public HoverHandleItem
 {
 public:
     explicit Rect2HandleItem(QGraphicsItem* parent = nullptr);

@@ -13,7 +13,7 @@ class Rect2HandleItem;
 // y; the angle has no second copy. A handle drag changes the radii
 // symmetrically around the centre, which never moves during a resize, so the
 // ellipse is always turned about its own centre.
-class ODEllipse : public ODShape
+class KESIMAGEWND_TESTS_EXPORT ODEllipse : public ODShape
 {
 public:
     explicit ODEllipse(QGraphicsScene* scene);

@@ -15,7 +15,7 @@ class Rect1HandleItem;
 // reference while the shown rectangle is normalised; AdjustParameter
 // normalises the reference at the release. Optional search lines across it are
 // display only.
-class ODRect1 : public ODShape
+class KESIMAGEWND_TESTS_EXPORT ODRect1 : public ODShape
 {
 public:
     explicit ODRect1(QGraphicsScene* scene);

@@ -20,7 +20,7 @@ class Rect2HandleItem;
 // the far corner of a corner drag stays where it was on the screen. A ninth
 // handle above the top edge turns the rectangle. Search lines, drawn in the
 // unturned frame, turn with it.
-class ODRect2 : public ODShape
+class KESIMAGEWND_TESTS_EXPORT ODRect2 : public ODShape
 {
 public:
     explicit ODRect2(QGraphicsScene* scene);

@@ -35,7 +35,7 @@ class ShaperLayer;
 // ODShapeWatcher. A class adds its items, its slot enum with a table of the
 // slots each handle owns, and its geometry; the protected helpers carry the
 // rest of the protocol.
-class ODShape
+class KESIMAGEWND_TESTS_EXPORT ODShape
 {
 public:
     // One counter for the process, shared with texts, regions and static

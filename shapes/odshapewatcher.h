@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 class ODShape;
 class QGraphicsScene;
 
@@ -9,7 +11,7 @@ class QGraphicsScene;
 // being destroyed, before its items go, so that a window torn down under a
 // process-wide object leaves nothing dangling in it. Calls come on the GUI
 // thread only.
-class ODShapeWatcher
+class KESIMAGEWND_TESTS_EXPORT ODShapeWatcher
 {
 public:
     ODShapeWatcher();

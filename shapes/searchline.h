@@ -13,10 +13,10 @@ namespace SearchLine {
 // The arrows across rect (normalised first) in one of the directions 0 to 3,
 // count of them including the two on the edges; fewer than 2, or another
 // direction, give the empty path. Coordinates are truncated to whole units.
-QPainterPath GenSearchlines(const QRectF& rect, int direction, int count);
+KESIMAGEWND_TESTS_EXPORT QPainterPath GenSearchlines(const QRectF& rect, int direction, int count);
 
 // One arrow from the line's first point to its second, with a head of one
 // fifteenth of its length and wings 0.25 radian off the line.
-QPainterPath GenSearchlineItem(QLine line);
+KESIMAGEWND_TESTS_EXPORT QPainterPath GenSearchlineItem(QLine line);
 
 } // namespace SearchLine

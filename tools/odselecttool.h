@@ -13,7 +13,7 @@ class QMenu;
 // a newly drawn shape, shapeMoved after a body drag or a point's handle drag,
 // shapeResized after any other handle drag, and a left click on empty ground.
 // The drawing tools hand it their new shape, so drawing is dragging a handle.
-class ODSelectTool : public ODShapeTool
+class KESIMAGEWND_TESTS_EXPORT ODSelectTool : public ODShapeTool
 {
     Q_OBJECT
 

@@ -19,7 +19,7 @@ class QGraphicsSceneMouseEvent;
 //
 // A tool outlives every window, so it watches the shapes: a tool that keeps a
 // shape between events forgets it when the shape or its scene is destroyed.
-class ODShapeTool : public QObject, public ODShapeWatcher
+class KESIMAGEWND_TESTS_EXPORT ODShapeTool : public QObject, public ODShapeWatcher
 {
     Q_OBJECT
 

@@ -14,7 +14,7 @@ class QGraphicsSceneMouseEvent;
 // DM_SELECT to DM_ANYCLOSELINE, and the dispatch of the scene's mouse events
 // to the tool of the scene's current mode. A mode whose row holds no tool, or
 // a mode beyond the list, makes the dispatch do nothing.
-class ODShapeToolManage
+class KESIMAGEWND_TESTS_EXPORT ODShapeToolManage
 {
 public:
     ODShapeToolManage();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QImage>
 #include <QList>
 #include <QMutex>
@@ -24,7 +26,7 @@ enum VOR_ZOOM_MODEL {
 // out the scale that fits the picture to the view. A picture passes from the
 // stored VorImage copy through a queue of at most one converted QImage to the
 // QImage on show; m_imageMutex guards all three against a worker thread.
-class ImageLayer
+class KESIMAGEWND_TESTS_EXPORT ImageLayer
 {
 public:
     explicit ImageLayer(ImageCtrlScene* scene);

@@ -19,7 +19,7 @@ class ShaperLayer;
 // new shapes take their look from, and the current draw mode, which picks the
 // tool that every mouse event but the right button's goes to. Scene
 // coordinates are image pixels; zoom lives only in the view's matrix.
-class ImageCtrlScene : public QGraphicsScene
+class KESIMAGEWND_TESTS_EXPORT ImageCtrlScene : public QGraphicsScene
 {
     Q_OBJECT
 

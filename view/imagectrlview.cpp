@@ -126,6 +126,8 @@ ImageCtrlView::ImageCtrlView(QWidget* parent)
     m_floatArea->move(10, 2);
     connect(m_floatArea, SIGNAL(floatBtnClicked(bool)), this, SIGNAL(floatBtnClicked(bool)));
     connect(m_floatArea, SIGNAL(intoBtnClicked(bool)), this, SIGNAL(intoBtnClicked(bool)));
+    // The zoom buttons leave as the view's signals and come back into the
+    // window's tool-bar slots, so the host hears them as tool-bar clicks.
     connect(m_floatArea, SIGNAL(zoomInClicked(bool)), this, SIGNAL(ZoomInPushButtonClicked(bool)));
     connect(m_floatArea, SIGNAL(zoomOutClicked(bool)), this, SIGNAL(ZoomOutPushButtonClicked(bool)));
     connect(m_floatArea, SIGNAL(adaptClicked(bool)), this, SIGNAL(ZoomFitPushButtonClicked(bool)));
@@ -205,6 +207,9 @@ long ImageCtrlView::Zoom(double scale)
     // changes nothing.
     if (!(scale >= kMinimumScale) || std::isinf(scale))
         return 0;
+    // The scale is stored on both sides of the matrix: a host's slot on the
+    // scroll bars, run while the matrix is set, reads the new scale, and
+    // whatever that slot stores, this zoom's value is the one that stays.
     m_scene->setScale(scale);
     setScaleMatrix(scale);
     m_scene->setScale(scale);
@@ -218,6 +223,7 @@ void ImageCtrlView::SetScrollVisible(bool visible)
 
 void ImageCtrlView::setLimitMousePos(bool limit)
 {
+    // The flag only tells the window, whose limit rectangle confines nothing.
     m_limitMousePos = limit;
     emit limitMouseChanged();
 }

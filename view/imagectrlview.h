@@ -24,7 +24,7 @@ class VorImage;
 // pixel value labels at a scale of 100 and above. The cross can be dragged with
 // the left button. The floating area and the number label lie over the picture
 // at the top left, hidden until a host shows them.
-class ImageCtrlView : public QGraphicsView
+class KESIMAGEWND_TESTS_EXPORT ImageCtrlView : public QGraphicsView
 {
     Q_OBJECT
 

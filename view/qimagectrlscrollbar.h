@@ -1,11 +1,13 @@
 #pragma once
 
+#include "kesimagewnd_export.h"
+
 #include <QScrollBar>
 
 // A scroll bar that announces every change of its value by a signal without
 // arguments, before the base class handles it. The view keeps the default
 // scroll bars; this one is for hosts that install it themselves.
-class QImageCtrlScrollBar : public QScrollBar
+class KESIMAGEWND_TESTS_EXPORT QImageCtrlScrollBar : public QScrollBar
 {
     Q_OBJECT
 
