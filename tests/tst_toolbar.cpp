@@ -15,7 +15,7 @@
 #include "odrect1.h"
 #include "odselecttool.h"
 #include "odshapetoolmanage.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -675,7 +675,7 @@ void tst_Toolbar::drawButtonsSelectTheirModeBeforeTheHostHearsTheClick()
     QCOMPARE(e.wnd->setBackground(image), 0L);
     ImageCtrlScene* scene = e.scene();
     ShaperLayer* layer = scene->GetActiveLayer();
-    auto* select = static_cast<ODSelectTool*>(ODShapeToolManage::GetODShapeToolManage()->GetShapeTool(DM_SELECT));
+    ODSelectTool* select = Kit::selectTool();
     QVERIFY(select);
 
     // A selected, current shape on the layer, and the mouse not limited.
