@@ -504,10 +504,10 @@ void tst_CrossLine::nonObjectTextChangesNothingAndDoesNotRepaint()
     auto v = makeView();
     const QString before = crossText(v->view);
     grab(v->view);
-    QTest::qWait(20);
+    Kit::flushPaints();
     PaintCounter counter(v->view->viewport());
     v->view->setCrossLineInfo(text);
-    QTest::qWait(50);
+    Kit::letQueuedCallsRun();
     QCOMPARE(counter.paints, 0);
     QCOMPARE(crossText(v->view), before);
 }
@@ -516,7 +516,7 @@ void tst_CrossLine::objectTextRepaints()
 {
     auto v = makeView();
     grab(v->view);
-    QTest::qWait(20);
+    Kit::flushPaints();
     PaintCounter counter(v->view->viewport());
     // An empty object changes no setting and still repaints.
     v->view->setCrossLineInfo("{}");

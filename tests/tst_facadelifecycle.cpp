@@ -248,9 +248,7 @@ void FacadeLifecycleTest::init()
 
 void FacadeLifecycleTest::createFromParentFillsTheParentAndShowsAChild()
 {
-    QWidget host;
-    host.resize(520, 410);
-    host.show();
+    Kit::HostWidget host(QSize(520, 410));
     KESImageWnd wnd;
     QCOMPARE(wnd.mainWindow(), static_cast<CMainWindow*>(nullptr));
 
@@ -268,9 +266,7 @@ void FacadeLifecycleTest::createFromParentFillsTheParentAndShowsAChild()
 
 void FacadeLifecycleTest::createWithBoundsUsesParentCoordinates()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
+    Kit::HostWidget host(QSize(640, 480));
     KESImageWnd wnd;
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 10, 20, 310, 220), 0L);
     QCOMPARE(wnd.mainWindow()->geometry(), QRect(10, 20, 300, 200));
@@ -325,12 +321,8 @@ void FacadeLifecycleTest::createHandsTheWindowAddressToTheRelay()
 
 void FacadeLifecycleTest::secondCreateIsRefusedAndKeepsParentAndBounds()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
-    QWidget other;
-    other.resize(200, 100);
-    other.show();
+    Kit::HostWidget host(QSize(640, 480));
+    Kit::HostWidget other(QSize(200, 100));
     KESImageWnd wnd;
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 10, 20, 310, 220), 0L);
     QPointer<CMainWindow> first = wnd.mainWindow();
@@ -377,9 +369,7 @@ void FacadeLifecycleTest::createWithBoundsAndNoParentMakesTopLevelWindow()
 
 void FacadeLifecycleTest::createShowsTheWindowLastAndStoresItOnlyThen()
 {
-    QWidget host;
-    host.resize(400, 300);
-    host.show();
+    Kit::HostWidget host(QSize(400, 300));
     KESImageWnd wnd;
     ShowProbe probe(&wnd);
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 1, 2, 201, 102), 0L);
@@ -424,9 +414,7 @@ void FacadeLifecycleTest::destroyedConnectionOfTheWindowIsCutByItsDestructor()
 
 void FacadeLifecycleTest::destoryDeletesTheWindowAndLeavesTheHostAlone()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
+    Kit::HostWidget host(QSize(640, 480));
     const QRect hostGeometry = host.geometry();
     const int hostChildren = host.children().size();
     KESImageWnd wnd;
@@ -457,9 +445,7 @@ void FacadeLifecycleTest::destoryDeletesTheWindowAndLeavesTheHostAlone()
 
 void FacadeLifecycleTest::createDestoryCreateWorksAndHostConnectionsDoNotSurvive()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
+    Kit::HostWidget host(QSize(640, 480));
     KESImageWnd wnd;
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host)), 0L);
 
@@ -511,9 +497,7 @@ void FacadeLifecycleTest::destoryWithoutWindowReturnsMinusOneAndCutsConnections(
 
 void FacadeLifecycleTest::destoryDropsTheFacadeParent()
 {
-    QWidget host;
-    host.resize(300, 200);
-    host.show();
+    Kit::HostWidget host(QSize(300, 200));
     QObject owner;
     auto* wnd = new KESImageWnd(&owner);
     QCOMPARE(wnd->parent(), &owner);
@@ -526,9 +510,7 @@ void FacadeLifecycleTest::destoryDropsTheFacadeParent()
 
 void FacadeLifecycleTest::deletingTheFacadeDeletesTheWindow()
 {
-    QWidget host;
-    host.resize(300, 200);
-    host.show();
+    Kit::HostWidget host(QSize(300, 200));
     QObject owner;
     auto* wnd = new KESImageWnd(&owner);
     QCOMPARE(wnd->create(reinterpret_cast<qlonglong>(&host)), 0L);
@@ -566,9 +548,7 @@ void FacadeLifecycleTest::toDestroyRemovesFurnitureOnceAndTwiceIsHarmless()
 
 void FacadeLifecycleTest::scaleAndIdCounterOutliveDestory()
 {
-    QWidget host;
-    host.resize(400, 300);
-    host.show();
+    Kit::HostWidget host(QSize(400, 300));
     KESImageWnd wnd;
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host)), 0L);
     QCOMPARE(wnd.zoom(2.0), 0L);
@@ -586,12 +566,8 @@ void FacadeLifecycleTest::scaleAndIdCounterOutliveDestory()
 
 void FacadeLifecycleTest::setParentWndMovesAndFillsTheNewParent()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
-    QWidget other;
-    other.resize(300, 200);
-    other.show();
+    Kit::HostWidget host(QSize(640, 480));
+    Kit::HostWidget other(QSize(300, 200));
     KESImageWnd wnd;
     QCOMPARE(wnd.setParentWnd(reinterpret_cast<qlonglong>(&other)), -1L);
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 5, 5, 105, 105), 0L);

@@ -281,10 +281,10 @@ void tst_GridLine::nonObjectTextChangesNothingAndDoesNotRepaint()
     v->view->setGridLineInfo("{\"gap\":13}");
     const QString before = gridText(v->view);
     grab(v->view);
-    QTest::qWait(20);
+    Kit::flushPaints();
     PaintCounter counter(v->view->viewport());
     v->view->setGridLineInfo(text);
-    QTest::qWait(50);
+    Kit::letQueuedCallsRun();
     QCOMPARE(counter.paints, 0);
     QCOMPARE(gridText(v->view), before);
 }
@@ -293,7 +293,7 @@ void tst_GridLine::objectTextRepaints()
 {
     auto v = makeView(QSize(100, 50));
     grab(v->view);
-    QTest::qWait(20);
+    Kit::flushPaints();
     PaintCounter counter(v->view->viewport());
     v->view->setGridLineInfo("{}");
     QTRY_VERIFY(counter.paints > 0);

@@ -1070,7 +1070,6 @@ void tst_ODRect1::selectedRectangleShowsFixedSizeHandlesAtZoomFour()
     QCOMPARE(shape->handles().value(0).width(), 6.0);
 
     const QImage image = BluePixels::grabViewport(view);
-    QVERIFY(image.save("/tmp/rect-handles.png"));
     const QPointF centres[8] = {QPointF(20, 20), QPointF(40, 20), QPointF(60, 20), QPointF(60, 32.5),
                                 QPointF(60, 45), QPointF(40, 45), QPointF(20, 45), QPointF(20, 32.5)};
     for (const QPointF& centre : centres) {

@@ -789,7 +789,6 @@ void tst_SelectTool::selectedRectangleShowsItsHandles()
 
     CMainWindow* window = w.window();
     const QImage shot = window->grab().toImage().convertToFormat(QImage::Format_ARGB32);
-    QVERIFY(shot.save("/tmp/selected-rect.png"));
 
     auto at = [&](const QPointF& scenePoint) {
         return w.view()->viewport()->mapTo(window, w.view()->mapFromScene(scenePoint));

@@ -536,8 +536,7 @@ void tst_Toolbar::buttonSizeFollowsTheBarHeight()
     toolbar->SetVisible(ButtonToolbar::PB_ZOOM_OUT, false);
     toolbar->setGeometry(0, 0, 900, 50);
     host.resize(900, 60);
-    host.show();
-    QApplication::processEvents();
+    QVERIFY(Kit::showExposed(&host));
     // Every button gets the icon size, the hidden one too.
     for (int i = 0; i < 13; ++i)
         QCOMPARE(toolbar->button(i)->iconSize(), QSize(50, 50));

@@ -659,7 +659,8 @@ void tst_ViewNavigation::limitFlagDoesNotConfinePositions()
     QCOMPARE(w.wnd->setBackground(picture), 0L);
     ImageCtrlView* view = w.view();
     view->setLimitMousePos(true);
-    QTest::qWait(20);
+    // The window applies the limit a millisecond later.
+    Kit::letQueuedCallsRun();
     QVERIFY(view->limitMousePos());
     QSignalSpy moves(view, &ImageCtrlView::updateMousePosition);
     QSignalSpy clicks(view, &ImageCtrlView::mouseClicked);

@@ -62,6 +62,17 @@ inline void showAt(ImageCtrlView* view, double zoom, const QPointF& sceneCentre)
     flushPaints();
 }
 
+// A host's own top-level widget of a given size, shown and exposed.
+class HostWidget : public QWidget
+{
+public:
+    explicit HostWidget(QSize size = QSize(640, 480))
+    {
+        resize(size);
+        showExposed(this);
+    }
+};
+
 } // namespace Kit
 
 class EmbeddedWindow
