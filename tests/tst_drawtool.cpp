@@ -3,7 +3,7 @@
 // release, tells the host the id, and throws away a rectangle that is too
 // small. Also the routing of the mouse buttons to the tools.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "Rect1HandleItem.h"
 #include "odellipse.h"
@@ -12,7 +12,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 class tst_DrawTool : public QObject
 {
@@ -585,7 +585,7 @@ void tst_DrawTool::rightDoubleClickReachesTheScenesToolDispatch()
     w.scene()->SetDrawMode(DM_RECT1);
     const long id = ODShape::s_ID;
 
-    ViewInput::doubleClickAt(w.view(), QPointF(40, 40), Qt::RightButton);
+    Kit::doubleClickAt(w.view(), QPointF(40, 40), Qt::RightButton);
 
     // The double click is handled by the scene's dispatch whatever the
     // button; the tools' own double click does nothing, and the press and

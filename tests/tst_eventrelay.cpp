@@ -12,7 +12,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "statusbar.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QCursor>
 #include <QGraphicsSceneMouseEvent>
@@ -329,7 +329,7 @@ void EventRelayTest::moveOverPictureGivesMouseMoveThenImgInfo()
     QSignalSpy moves(fixture.wnd.get(), &KESImageWnd::mouseMove);
     QSignalSpy infos(fixture.wnd.get(), &KESImageWnd::imgInfo);
 
-    ViewInput::moveTo(view, QPointF(150, 10));
+    Kit::moveTo(view, QPointF(150, 10));
 
     QCOMPARE(moves.count(), 1);
     QCOMPARE(moves.at(0).at(0).toDouble(), 150.0);
@@ -355,7 +355,7 @@ void EventRelayTest::moveInsidePictureReportsItsPixel()
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     QSignalSpy infos(fixture.wnd.get(), &KESImageWnd::imgInfo);
-    ViewInput::moveTo(fixture.view(), QPointF(20, 30));
+    Kit::moveTo(fixture.view(), QPointF(20, 30));
     QCOMPARE(infos.count(), 1);
     QCOMPARE(infos.at(0),
              QList<QVariant>({20.0, 30.0, 200, 100, 50, QVariant::fromValue(1.0f)}));
@@ -370,13 +370,13 @@ void EventRelayTest::moveWithoutPictureIsSilentButReleaseIsNot()
     const QPoint at(40, 30);
     const QPointF sceneAt = view->mapToScene(at);
 
-    ViewInput::moveToViewport(view, at);
-    ViewInput::moveToViewport(view, at + QPoint(5, 5));
+    Kit::moveToViewport(view, at);
+    Kit::moveToViewport(view, at + QPoint(5, 5));
     QVERIFY(log.log.isEmpty());
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(), QString("Info:"));
 
-    ViewInput::pressAtViewport(view, at);
-    ViewInput::releaseAtViewport(view, at);
+    Kit::pressAtViewport(view, at);
+    Kit::releaseAtViewport(view, at);
     QCOMPARE(log.log, QStringList({QString("mouseClicked(%1,%2)").arg(num(sceneAt.x()), num(sceneAt.y()))}));
 }
 
@@ -389,7 +389,7 @@ void EventRelayTest::moveInQImageModeReachesCallbackAndSignals()
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     fixture.scene()->GetEventThread()->RegisterMouseMoveEvent(onMouseEvent, &m_mouse);
     QSignalSpy moves(fixture.wnd.get(), &KESImageWnd::mouseMove);
-    ViewInput::moveTo(fixture.view(), QPointF(7, 8));
+    Kit::moveTo(fixture.view(), QPointF(7, 8));
     QCOMPARE(moves.count(), 1);
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(m_mouse.x, 7.0f);
@@ -405,7 +405,7 @@ void EventRelayTest::qimageModeWithoutPictureCallsBackButIsSilent()
     fixture.window()->setIsVorImg(false);
     fixture.scene()->GetEventThread()->RegisterMouseMoveEvent(onMouseEvent, nullptr);
     SignalLog log(fixture.wnd.get());
-    ViewInput::moveToViewport(fixture.view(), QPoint(20, 25));
+    Kit::moveToViewport(fixture.view(), QPoint(20, 25));
     QVERIFY(log.log.isEmpty());
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(), QString("Info:"));
     QCOMPARE(m_mouse.calls, 1);
@@ -437,9 +437,9 @@ void EventRelayTest::releaseOfAnyButtonGivesExactlyOneMouseClicked()
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     QSignalSpy clicks(fixture.wnd.get(), &KESImageWnd::mouseClicked);
     const auto mouseButton = Qt::MouseButton(button);
-    ViewInput::pressAt(fixture.view(), QPointF(12, 34), mouseButton);
+    Kit::pressAt(fixture.view(), QPointF(12, 34), mouseButton);
     QCOMPARE(clicks.count(), 0);
-    ViewInput::releaseAt(fixture.view(), QPointF(12, 34), mouseButton);
+    Kit::releaseAt(fixture.view(), QPointF(12, 34), mouseButton);
     QCOMPARE(clicks.count(), 1);
     QCOMPARE(clicks.at(0).at(0).toDouble(), 12.0);
     QCOMPARE(clicks.at(0).at(1).toDouble(), 34.0);
@@ -462,19 +462,19 @@ void EventRelayTest::mouseClickedComesFirstOfTheReleaseSignals()
             [&log](double, double) { log << "sigMouseRightMoveRelease"; });
 
     ImageCtrlView* view = fixture.view();
-    ViewInput::pressAt(view, QPointF(5, 5));
-    ViewInput::releaseAt(view, QPointF(5, 5));
+    Kit::pressAt(view, QPointF(5, 5));
+    Kit::releaseAt(view, QPointF(5, 5));
     QCOMPARE(log, QStringList({"mouseClicked", "sigMouseRelease"}));
 
     log.clear();
-    ViewInput::pressAt(view, QPointF(5, 5), Qt::RightButton);
-    ViewInput::releaseAt(view, QPointF(5, 5), Qt::RightButton);
+    Kit::pressAt(view, QPointF(5, 5), Qt::RightButton);
+    Kit::releaseAt(view, QPointF(5, 5), Qt::RightButton);
     QCOMPARE(log, QStringList({"mouseClicked", "sigMouseRightRelease"}));
 
     log.clear();
-    ViewInput::pressAt(view, QPointF(5, 5), Qt::RightButton);
-    ViewInput::moveTo(view, QPointF(9, 9), Qt::RightButton);
-    ViewInput::releaseAt(view, QPointF(9, 9), Qt::RightButton);
+    Kit::pressAt(view, QPointF(5, 5), Qt::RightButton);
+    Kit::moveTo(view, QPointF(9, 9), Qt::RightButton);
+    Kit::releaseAt(view, QPointF(9, 9), Qt::RightButton);
     QCOMPARE(log, QStringList({"mouseClicked", "sigMouseRightMoveRelease"}));
 }
 
@@ -485,9 +485,9 @@ void EventRelayTest::negativePositionsReachTheHostUnclamped()
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     SignalLog log(fixture.wnd.get());
-    ViewInput::moveTo(fixture.view(), QPointF(-5, -7));
-    ViewInput::pressAt(fixture.view(), QPointF(-5, -7));
-    ViewInput::releaseAt(fixture.view(), QPointF(-5, -7));
+    Kit::moveTo(fixture.view(), QPointF(-5, -7));
+    Kit::pressAt(fixture.view(), QPointF(-5, -7));
+    Kit::releaseAt(fixture.view(), QPointF(-5, -7));
     QCOMPARE(log.log, QStringList({"mouseMove(-5,-7)", "imgInfo(-5,-7,153,153,153,1)", "mouseClicked(-5,-7)"}));
 }
 
@@ -505,11 +505,11 @@ void EventRelayTest::moveIsReportedBeforePanning()
     connect(fixture.wnd.get(), &KESImageWnd::mouseMove, this, [&seen, bar](double, double) { seen = bar->value(); });
 
     const QPoint start(200, 150);
-    ViewInput::pressAtViewport(view, start, Qt::RightButton);
-    ViewInput::moveToViewport(view, start + QPoint(30, 0), Qt::RightButton);
+    Kit::pressAtViewport(view, start, Qt::RightButton);
+    Kit::moveToViewport(view, start + QPoint(30, 0), Qt::RightButton);
     QCOMPARE(seen, before);
     QCOMPARE(bar->value(), before - 30);
-    ViewInput::releaseAtViewport(view, start + QPoint(30, 0), Qt::RightButton);
+    Kit::releaseAtViewport(view, start + QPoint(30, 0), Qt::RightButton);
 }
 
 void EventRelayTest::wheelStepReportsThePositionAtTheNewScale()
@@ -520,8 +520,8 @@ void EventRelayTest::wheelStepReportsThePositionAtTheNewScale()
     QCOMPARE(fixture.wnd->zoom(2.0), 0L);
     SignalLog log(fixture.wnd.get());
     QSignalSpy infos(fixture.wnd.get(), &KESImageWnd::imgInfo);
-    const QPoint at = ViewInput::viewportPos(fixture.view(), QPointF(50, 50));
-    ViewInput::wheelAtViewport(fixture.view(), at, 120);
+    const QPoint at = Kit::viewportPos(fixture.view(), QPointF(50, 50));
+    Kit::wheelAtViewport(fixture.view(), at, 120);
     QCOMPARE(fixture.scene()->getScale(), 2.5);
     QCOMPARE(infos.count(), 1);
     QCOMPARE(infos.at(0).at(5).toFloat(), 2.5f);
@@ -565,7 +565,7 @@ void EventRelayTest::doubleClickGivesMouseDoubleClickOnce()
     SceneEventLog sceneLog(fixture.scene(), &log.log);
     QSignalSpy doubles(fixture.wnd.get(), &KESImageWnd::mouseDoubleClick);
     QSignalSpy sceneDoubles(fixture.scene(), &ImageCtrlScene::mouseDoubleClick);
-    ViewInput::doubleClickAt(fixture.view(), QPointF(10, 10));
+    Kit::doubleClickAt(fixture.view(), QPointF(10, 10));
     QCOMPARE(doubles.count(), 1);
     QCOMPARE(sceneDoubles.count(), 1);
     QVERIFY(doubles.at(0).isEmpty());
@@ -588,13 +588,13 @@ void EventRelayTest::pressSignalsStopAtTheWindow()
     SignalLog log(fixture.wnd.get());
 
     ImageCtrlView* view = fixture.view();
-    ViewInput::pressAt(view, QPointF(10, 20));
-    ViewInput::releaseAt(view, QPointF(10, 20));
-    ViewInput::pressAt(view, QPointF(11, 21), Qt::RightButton);
-    ViewInput::releaseAt(view, QPointF(11, 21), Qt::RightButton);
-    ViewInput::pressAt(view, QPointF(12, 22), Qt::RightButton);
-    ViewInput::moveTo(view, QPointF(14, 24), Qt::RightButton);
-    ViewInput::releaseAt(view, QPointF(14, 24), Qt::RightButton);
+    Kit::pressAt(view, QPointF(10, 20));
+    Kit::releaseAt(view, QPointF(10, 20));
+    Kit::pressAt(view, QPointF(11, 21), Qt::RightButton);
+    Kit::releaseAt(view, QPointF(11, 21), Qt::RightButton);
+    Kit::pressAt(view, QPointF(12, 22), Qt::RightButton);
+    Kit::moveTo(view, QPointF(14, 24), Qt::RightButton);
+    Kit::releaseAt(view, QPointF(14, 24), Qt::RightButton);
 
     // The window re-emits them ...
     QCOMPARE(wndPress.count(), 1);
@@ -624,10 +624,10 @@ void EventRelayTest::moveCallbackGetsWindowAddressAndFloatCoordinates()
     QSignalSpy moves(fixture.wnd.get(), &KESImageWnd::mouseMove);
 
     // At a scale of 3 a viewport pixel lands between image pixels.
-    const QPoint at = ViewInput::viewportPos(fixture.view(), QPointF(50, 50)) + QPoint(1, 2);
+    const QPoint at = Kit::viewportPos(fixture.view(), QPointF(50, 50)) + QPoint(1, 2);
     const QPointF sceneAt = fixture.view()->mapToScene(at);
     QVERIFY(double(float(sceneAt.x())) != sceneAt.x() || double(float(sceneAt.y())) != sceneAt.y());
-    ViewInput::moveToViewport(fixture.view(), at);
+    Kit::moveToViewport(fixture.view(), at);
 
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(m_mouse.windowID, reinterpret_cast<long long>(fixture.window()));
@@ -642,7 +642,7 @@ void EventRelayTest::moveCallbackGetsWindowAddressAndFloatCoordinates()
 
     // A null function removes the registration.
     relay->RegisterMouseMoveEvent(nullptr, nullptr);
-    ViewInput::moveToViewport(fixture.view(), at + QPoint(1, 1));
+    Kit::moveToViewport(fixture.view(), at + QPoint(1, 1));
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(moves.count(), 2);
 }
@@ -652,17 +652,17 @@ void EventRelayTest::moveCallbackIsSilentWithoutPicture()
     EmbeddedWindow fixture;
     EventThread* relay = fixture.scene()->GetEventThread();
     relay->RegisterMouseMoveEvent(onMouseEvent, nullptr);
-    ViewInput::moveToViewport(fixture.view(), QPoint(30, 30));
+    Kit::moveToViewport(fixture.view(), QPoint(30, 30));
     QCOMPARE(m_mouse.calls, 0);
     QCOMPARE(relay->eventKind(), int(EventThread::EV_NONE));
 
     // So is a cleared VorImage background.
     VorImage picture = colourPicture(100, 100, 1, 2, 3);
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    ViewInput::moveToViewport(fixture.view(), QPoint(31, 31));
+    Kit::moveToViewport(fixture.view(), QPoint(31, 31));
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(fixture.wnd->clearBackground(), 0L);
-    ViewInput::moveToViewport(fixture.view(), QPoint(32, 32));
+    Kit::moveToViewport(fixture.view(), QPoint(32, 32));
     QCOMPARE(m_mouse.calls, 1);
 }
 

@@ -12,7 +12,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "statusbar.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QGenericArgument>
 #include <QMetaMethod>
@@ -467,8 +467,8 @@ void FacadeLifecycleTest::createDestoryCreateWorksAndHostConnectionsDoNotSurvive
     QCOMPARE(newButtons.count(), 1);
     QCOMPARE(newButtons.at(0).at(0).value<long>(), long(ButtonToolbar::PB_ZOOM_ORG));
     ImageCtrlView* view = wnd.mainWindow()->GetImageCtrlView();
-    ViewInput::pressAt(view, QPointF(3, 4));
-    ViewInput::releaseAt(view, QPointF(3, 4));
+    Kit::pressAt(view, QPointF(3, 4));
+    Kit::releaseAt(view, QPointF(3, 4));
     QCOMPARE(newClicks.count(), 1);
 
     // ... the host's own are gone.

@@ -13,7 +13,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "ui_FloatAreaWidget.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QFile>
 #include <QHBoxLayout>

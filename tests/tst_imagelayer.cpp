@@ -4,8 +4,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 
-#include "standaloneview.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QtTest>
 

@@ -4,8 +4,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 
-#include "standaloneview.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QtTest>
 
@@ -674,7 +673,7 @@ void tst_PixelLabels::wheelZoomPassesOneHundredAtAScaleThatDependsOnTheStart()
         QCOMPARE(v.view->Zoom(start.scale), 0L);
         double expected = start.scale;
         for (int step = 0; step < start.stepsBelow; ++step) {
-            ViewInput::wheelAtViewport(v.view, cursor, 120);
+            Kit::wheelAtViewport(v.view, cursor, 120);
             expected *= 1.25;
         }
         QCOMPARE(v.scene()->getScale(), expected);
@@ -682,7 +681,7 @@ void tst_PixelLabels::wheelZoomPassesOneHundredAtAScaleThatDependsOnTheStart()
         QScopedPointer<TextRecorder> rec(renderViewport(v.view));
         QCOMPARE(rec->lines.size(), 0);
 
-        ViewInput::wheelAtViewport(v.view, cursor, 120);
+        Kit::wheelAtViewport(v.view, cursor, 120);
         expected *= 1.25;
         QCOMPARE(v.scene()->getScale(), expected);
         QVERIFY(v.scene()->getScale() > 100.0);
@@ -875,6 +874,7 @@ void tst_PixelLabels::emptyPictureInViewGivesNoLabel()
 
 void tst_PixelLabels::labelsPaintOnTopOfPicture()
 {
+    KIT_REQUIRE_FONTS();
     StandaloneView v;
     QImage white(6, 6, QImage::Format_RGB888);
     white.fill(Qt::white);
@@ -937,6 +937,7 @@ void tst_PixelLabels::labelsVanishOnBlackPixels()
 
 void tst_PixelLabels::windowShowsLabelsFromScaleOneHundred()
 {
+    KIT_REQUIRE_FONTS();
     EmbeddedWindow w;
     cv::Mat mat(8, 8, CV_8UC1, cv::Scalar(255));
     VorImage white(mat);

@@ -2,7 +2,7 @@
 // dragging its handles, and what the host hears at the release; also the menu
 // of shapes that the tool keeps for hosts that call it.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "MainWindow.h"
 #include "Rect1HandleItem.h"
@@ -15,7 +15,7 @@
 #include <QTest>
 #include <QTimer>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 Q_DECLARE_METATYPE(ODShape*)
 

@@ -1,7 +1,7 @@
 // The shape layer: its list of shapes and of selected shapes, repaint calls,
 // and the hit test that decides which shapes lie under a point.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "Rect1HandleItem.h"
 #include "ShapeLayer.h"
@@ -14,7 +14,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 namespace {
 

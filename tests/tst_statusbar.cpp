@@ -9,7 +9,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "statusbar.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QTranslator>
 #include <QVBoxLayout>
@@ -85,7 +85,7 @@ void StatusbarTest::readsInfoBeforeAnyMouseEventOverAPicture()
     QCOMPARE(bar->infoLabel()->text(), QString("Info:"));
 
     // Moves without a picture do not count.
-    ViewInput::moveToViewport(fixture.view(), QPoint(20, 20));
+    Kit::moveToViewport(fixture.view(), QPoint(20, 20));
     QCOMPARE(bar->infoText(), QString("Info:"));
 
     // A VorImage background alone does not write the line either.
@@ -95,7 +95,7 @@ void StatusbarTest::readsInfoBeforeAnyMouseEventOverAPicture()
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     QCOMPARE(bar->infoText(), QString("Info:"));
 
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     QVERIFY(bar->infoText() != QString("Info:"));
 }
 
@@ -117,7 +117,7 @@ void StatusbarTest::operatorMoveOverThePixelReadsIt()
     VorImage picture = examplePicture();
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(),
              QString("Information: 640X480 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000"));
 
@@ -125,8 +125,8 @@ void StatusbarTest::operatorMoveOverThePixelReadsIt()
     QImage image = exampleQImage();
     QCOMPARE(fixture.wnd->setBackground(image), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
-    ViewInput::moveTo(fixture.view(), QPointF(13, 30));
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(13, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(),
              QString("Information: 640X480 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000"));
 }
@@ -138,9 +138,9 @@ void StatusbarTest::outsideThePictureShowsPositionAsItIsAndGrey()
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
-    ViewInput::moveTo(fixture.view(), QPointF(-5, -7));
+    Kit::moveTo(fixture.view(), QPointF(-5, -7));
     QCOMPARE(bar->infoText(), QString("Information: 640X480 POS(-5.0, -7.0) RGB(153, 153, 153) ZOOM:1.000"));
-    ViewInput::moveTo(fixture.view(), QPointF(645, 100));
+    Kit::moveTo(fixture.view(), QPointF(645, 100));
     QCOMPARE(bar->infoText(), QString("Information: 640X480 POS(645.0, 100.0) RGB(153, 153, 153) ZOOM:1.000"));
 }
 
@@ -166,12 +166,12 @@ void StatusbarTest::lineStaysUntilTheNextMouseEvent()
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     const QString line = bar->infoText();
     QCOMPARE(fixture.wnd->zoomIn(), 0L);
     QCOMPARE(fixture.wnd->zoom(3.0), 0L);
-    ViewInput::pressAt(fixture.view(), QPointF(1, 1));
-    ViewInput::releaseAt(fixture.view(), QPointF(1, 1));
+    Kit::pressAt(fixture.view(), QPointF(1, 1));
+    Kit::releaseAt(fixture.view(), QPointF(1, 1));
     // The scene repaint a millisecond after the release writes no line.
     Kit::letQueuedCallsRun();
     QCOMPARE(bar->infoText(), line);
@@ -188,7 +188,7 @@ void StatusbarTest::lineIsWrittenAfterTheHostHearsTheMove()
     QString atInfo;
     connect(fixture.wnd.get(), &KESImageWnd::mouseMove, this, [&] { atMove = bar->infoText(); });
     connect(fixture.wnd.get(), &KESImageWnd::imgInfo, this, [&] { atInfo = bar->infoText(); });
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(atMove, QString("Info:"));
     QCOMPARE(atInfo, QString("Info:"));
     QCOMPARE(bar->infoText(), QString("Information: 640X480 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000"));
@@ -201,15 +201,15 @@ void StatusbarTest::clearInVorImageModeFreezesTheLine()
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     const QString line("Information: 640X480 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000");
     QCOMPARE(bar->infoText(), line);
 
     QSignalSpy moves(fixture.wnd.get(), &KESImageWnd::mouseMove);
     QCOMPARE(fixture.wnd->clearBackground(), 0L);
     QCOMPARE(bar->infoText(), line);
-    ViewInput::moveTo(fixture.view(), QPointF(100, 200));
-    ViewInput::moveTo(fixture.view(), QPointF(-3, 4));
+    Kit::moveTo(fixture.view(), QPointF(100, 200));
+    Kit::moveTo(fixture.view(), QPointF(-3, 4));
     QCOMPARE(bar->infoText(), line);
     QCOMPARE(moves.count(), 0);
 }
@@ -221,14 +221,14 @@ void StatusbarTest::clearInQImageModeShowsOnePixelPicture()
     QCOMPARE(fixture.wnd->setBackground(image), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(bar->infoText(), QString("Information: 640X480 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000"));
 
     QCOMPARE(fixture.wnd->clearBackground(), 0L);
-    ViewInput::moveTo(fixture.view(), QPointF(5, 5));
+    Kit::moveTo(fixture.view(), QPointF(5, 5));
     QCOMPARE(bar->infoText(), QString("Information: 1X1 POS(5.0, 5.0) RGB(153, 153, 153) ZOOM:1.000"));
     // The one pixel may hold any value.
-    ViewInput::moveTo(fixture.view(), QPointF(0, 0));
+    Kit::moveTo(fixture.view(), QPointF(0, 0));
     QVERIFY2(QRegularExpression("^Information: 1X1 POS\\(0\\.0, 0\\.0\\) RGB\\(\\d+, \\d+, \\d+\\) ZOOM:1\\.000$")
                  .match(bar->infoText())
                  .hasMatch(),
@@ -246,11 +246,11 @@ void StatusbarTest::sixteenBitPictureReadsDisplayValues()
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
-    ViewInput::moveTo(fixture.view(), QPointF(4, 3));
+    Kit::moveTo(fixture.view(), QPointF(4, 3));
     QCOMPARE(bar->infoText(), QString("Information: 50X40 POS(4.0, 3.0) RGB(254, 254, 254) ZOOM:1.000"));
-    ViewInput::moveTo(fixture.view(), QPointF(5, 3));
+    Kit::moveTo(fixture.view(), QPointF(5, 3));
     QCOMPARE(bar->infoText(), QString("Information: 50X40 POS(5.0, 3.0) RGB(255, 255, 255) ZOOM:1.000"));
-    ViewInput::moveTo(fixture.view(), QPointF(6, 3));
+    Kit::moveTo(fixture.view(), QPointF(6, 3));
     QCOMPARE(bar->infoText(), QString("Information: 50X40 POS(6.0, 3.0) RGB(0, 0, 0) ZOOM:1.000"));
 
     // Three channels of 16 bits, in blue, green, red order.
@@ -259,7 +259,7 @@ void StatusbarTest::sixteenBitPictureReadsDisplayValues()
     VorImage colourPicture(colour);
     QCOMPARE(fixture.wnd->setBackground(colourPicture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
-    ViewInput::moveTo(fixture.view(), QPointF(3, 2));
+    Kit::moveTo(fixture.view(), QPointF(3, 2));
     QCOMPARE(bar->infoText(), QString("Information: 30X20 POS(3.0, 2.0) RGB(0, 254, 255) ZOOM:1.000"));
 }
 
@@ -277,7 +277,7 @@ void StatusbarTest::sizeComesFromThePictureOfTheMode()
     VorImage queued(cv::Mat(40, 50, CV_8UC3, cv::Scalar(0, 0, 0)));
     QVERIFY(layer->LoadVorImage(&queued));
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(bar->infoText(), QString("Information: 50X40 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000"));
 
     // QImage mode: the size is the shown QImage's; the stored VorImage stays.
@@ -286,7 +286,7 @@ void StatusbarTest::sizeComesFromThePictureOfTheMode()
     QCOMPARE(fixture.wnd->setBackground(image), 0L);
     QVERIFY(layer->GetVorImage());
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
-    ViewInput::moveTo(fixture.view(), QPointF(12, 30));
+    Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(bar->infoText(), QString("Information: 70X60 POS(12.0, 30.0) RGB(4, 5, 6) ZOOM:1.000"));
 }
 

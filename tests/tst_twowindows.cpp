@@ -2,14 +2,14 @@
 // shape may belong to the other window, and each press must work on the scene
 // it comes from.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "Rect1HandleItem.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 class tst_TwoWindows : public QObject
 {

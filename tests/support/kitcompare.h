@@ -12,6 +12,10 @@
 #include <QString>
 #include <QStringList>
 #include <QVector>
+#include <QtTest/QTest>
+
+#include <algorithm>
+#include <initializer_list>
 
 #include <cmath>
 
@@ -86,6 +90,35 @@ inline QPainterPath pathOfRects(const QMap<int, QRectF>& handles)
     for (int key = 0; key < handles.size(); ++key)
         path.addRect(handles.value(key));
     return path;
+}
+
+// The zooms a handle test runs at, one row each in a column of doubles.
+inline void addZoomRows(std::initializer_list<double> zooms = {0.25, 1.0, 4.0})
+{
+    QTest::addColumn<double>("zoom");
+    for (double zoom : zooms)
+        QTest::addRow("zoom %g", zoom) << zoom;
+}
+
+// A handle square is kHandleSide scene units at zoom 1 and above, so that it
+// never paints smaller than kHandleSide device pixels; zoomed out it grows in
+// scene units by the handle scale, 1 / zoom.
+constexpr double kHandleSide = 6.0;
+
+inline double handleScale(double zoom)
+{
+    return std::max(1.0, 1.0 / zoom);
+}
+
+inline double handleSideInScene(double zoom)
+{
+    return kHandleSide * handleScale(zoom);
+}
+
+// The side in device pixels of such a square painted in scene units.
+inline int handleSideOnScreen(double zoom)
+{
+    return int(handleSideInScene(zoom) * zoom);
 }
 
 } // namespace Kit

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QColor>
 #include <QEvent>
+#include <QFontDatabase>
 #include <QGraphicsView>
 #include <QImage>
 #include <QObject>
@@ -142,20 +143,38 @@ inline QImage asShownByPixmap(const QImage& image)
     return QPixmap::fromImage(image).toImage().convertToFormat(QImage::Format_ARGB32);
 }
 
-// Counts the paint events a widget receives.
-class PaintCounter : public QObject
+// Counts the events of one type that an object receives, and lets them pass.
+class EventCounter : public QObject
 {
 public:
-    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
-    int paints = 0;
+    EventCounter(QObject* watched, QEvent::Type type)
+        : m_type(type)
+    {
+        watched->installEventFilter(this);
+    }
+    int count = 0;
 
 protected:
     bool eventFilter(QObject*, QEvent* event) override
     {
-        if (event->type() == QEvent::Paint)
-            ++paints;
+        if (event->type() == m_type)
+            ++count;
         return false;
     }
+
+private:
+    QEvent::Type m_type;
+};
+
+// Counts the paint events a widget receives.
+class PaintCounter : public EventCounter
+{
+public:
+    explicit PaintCounter(QWidget* widget)
+        : EventCounter(widget, QEvent::Paint)
+    {
+    }
+    const int& paints = count;
 };
 
 } // namespace Kit
@@ -169,3 +188,7 @@ protected:
         QVERIFY2(Kit::colourNear(kitActual_, kitExpected_, (tolerance)),                                               \
                  qPrintable(Kit::colourText(kitActual_) + ", expected " + Kit::colourText(kitExpected_)));            \
     } while (false)
+
+// Fails the test function when no font is installed: text would paint nothing.
+#define KIT_REQUIRE_FONTS()                                                                                            \
+    QVERIFY2(!QFontDatabase().families().isEmpty(), "no font is installed; text paints nothing (install fonts-dejavu-core)")

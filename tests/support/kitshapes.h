@@ -73,6 +73,25 @@ inline Params paramsOf(const ODEllipse& shape)
     return {x, y, rx, ry, a};
 }
 
+// A rotated rectangle as the shape operator sets one up: centre, full sizes,
+// angle, shown with its handle rectangles made.
+inline void place(ODRect2& shape, double x, double y, double w, double h, double angle)
+{
+    shape.SetRect(x, y, w, h);
+    shape.SetRoateAngle(angle);
+    shape.UpdateRotateCenter();
+    shape.ShowShape();
+    shape.UpdateHandles();
+}
+
+// An ellipse shown from its reference, with handle rectangles made.
+inline void place(ODEllipse& shape, float x, float y, float rx, float ry, float angle)
+{
+    shape.SetEllipse(x, y, rx, ry, angle);
+    shape.ShowShape();
+    shape.UpdateHandles();
+}
+
 inline Params edgesOf(const QRectF& r)
 {
     return {r.left(), r.top(), r.right(), r.bottom()};
