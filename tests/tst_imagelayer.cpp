@@ -1127,10 +1127,7 @@ void tst_ImageLayer::qImageToKesImagePacksIndexedRows()
 
 void tst_ImageLayer::qImageToKesImageKeepsFourBytesOfThirtyTwoBitFormats_data()
 {
-    QTest::addColumn<int>("format");
-    QTest::newRow("RGB32") << int(QImage::Format_RGB32);
-    QTest::newRow("ARGB32") << int(QImage::Format_ARGB32);
-    QTest::newRow("ARGB32 premultiplied") << int(QImage::Format_ARGB32_Premultiplied);
+    Kit::addFormatRows({QImage::Format_RGB32, QImage::Format_ARGB32, QImage::Format_ARGB32_Premultiplied});
 }
 
 void tst_ImageLayer::qImageToKesImageKeepsFourBytesOfThirtyTwoBitFormats()
@@ -1160,10 +1157,7 @@ void tst_ImageLayer::qImageToKesImageKeepsFourBytesOfThirtyTwoBitFormats()
 
 void tst_ImageLayer::qImageToKesImageLeavesOtherFormatsEmpty_data()
 {
-    QTest::addColumn<int>("format");
-    QTest::newRow("RGB888") << int(QImage::Format_RGB888);
-    QTest::newRow("Grayscale8") << int(QImage::Format_Grayscale8);
-    QTest::newRow("RGB16") << int(QImage::Format_RGB16);
+    Kit::addFormatRows({QImage::Format_RGB888, QImage::Format_Grayscale8, QImage::Format_RGB16});
 }
 
 void tst_ImageLayer::qImageToKesImageLeavesOtherFormatsEmpty()

@@ -453,12 +453,8 @@ void tst_PixelLabels::rgb32LabelShowsMemoryOrderBytes()
 
 void tst_PixelLabels::otherFormatsGetNoCell_data()
 {
-    QTest::addColumn<int>("format");
-    QTest::newRow("ARGB32 premultiplied") << int(QImage::Format_ARGB32_Premultiplied);
-    QTest::newRow("Grayscale8") << int(QImage::Format_Grayscale8);
-    QTest::newRow("RGB16") << int(QImage::Format_RGB16);
-    QTest::newRow("RGBA8888") << int(QImage::Format_RGBA8888);
-    QTest::newRow("BGR888") << int(QImage::Format_BGR888);
+    Kit::addFormatRows({QImage::Format_ARGB32_Premultiplied, QImage::Format_Grayscale8, QImage::Format_RGB16,
+                        QImage::Format_RGBA8888, QImage::Format_BGR888});
 }
 
 void tst_PixelLabels::otherFormatsGetNoCell()

@@ -561,10 +561,7 @@ void tst_ViewNavigation::leftReleaseDuringRightDragEndsDrag()
 
 void tst_ViewNavigation::everyReleaseReportsMouseClicked_data()
 {
-    QTest::addColumn<int>("button");
-    QTest::newRow("left") << int(Qt::LeftButton);
-    QTest::newRow("right") << int(Qt::RightButton);
-    QTest::newRow("middle") << int(Qt::MiddleButton);
+    Kit::addButtonRows({Qt::LeftButton, Qt::RightButton, Qt::MiddleButton});
 }
 
 void tst_ViewNavigation::everyReleaseReportsMouseClicked()

@@ -12,6 +12,9 @@
 #include <QPointF>
 #include <QWheelEvent>
 #include <QWidget>
+#include <QtTest/QTest>
+
+#include <initializer_list>
 
 namespace Kit {
 
@@ -111,6 +114,24 @@ inline void dragAlong(QGraphicsView* view, const QPointF& from, const QPointF& t
     pressAt(view, from, button, modifiers);
     moveTo(view, to, button, modifiers);
     releaseAt(view, to, button, modifiers);
+}
+
+inline const char* buttonName(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton: return "left";
+    case Qt::RightButton: return "right";
+    case Qt::MiddleButton: return "middle";
+    default: return "another button";
+    }
+}
+
+// One row a mouse button, in a column "button" of ints named by the button.
+inline void addButtonRows(std::initializer_list<Qt::MouseButton> buttons)
+{
+    QTest::addColumn<int>("button");
+    for (Qt::MouseButton button : buttons)
+        QTest::newRow(buttonName(button)) << int(button);
 }
 
 // One wheel step (kWheelNotch up, -kWheelNotch down) at a viewport position.

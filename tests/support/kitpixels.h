@@ -19,9 +19,11 @@
 #include <QRgb>
 #include <QString>
 #include <QWidget>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
 
 namespace Kit {
 
@@ -141,6 +143,31 @@ inline int imageDifference(const QImage& a, const QImage& b)
 inline QImage asShownByPixmap(const QImage& image)
 {
     return QPixmap::fromImage(image).toImage().convertToFormat(QImage::Format_ARGB32);
+}
+
+inline const char* formatName(QImage::Format format)
+{
+    switch (format) {
+    case QImage::Format_RGB32: return "RGB32";
+    case QImage::Format_ARGB32: return "ARGB32";
+    case QImage::Format_ARGB32_Premultiplied: return "ARGB32 premultiplied";
+    case QImage::Format_RGB888: return "RGB888";
+    case QImage::Format_BGR888: return "BGR888";
+    case QImage::Format_RGBA8888: return "RGBA8888";
+    case QImage::Format_Grayscale8: return "Grayscale8";
+    case QImage::Format_Grayscale16: return "Grayscale16";
+    case QImage::Format_Indexed8: return "Indexed8";
+    case QImage::Format_RGB16: return "RGB16";
+    default: return "another format";
+    }
+}
+
+// One row a picture format, in a column "format" of ints named by the format.
+inline void addFormatRows(std::initializer_list<QImage::Format> formats)
+{
+    QTest::addColumn<int>("format");
+    for (QImage::Format format : formats)
+        QTest::newRow(formatName(format)) << int(format);
 }
 
 // Counts the events of one type that an object receives, and lets them pass.
