@@ -22,11 +22,6 @@
 
 namespace {
 
-VorImage colourPicture(int width, int height, int red, int green, int blue)
-{
-    return VorImage(cv::Mat(height, width, CV_8UC3, cv::Scalar(blue, green, red)));
-}
-
 QString num(double value)
 {
     return QString::number(value, 'g', 17);
@@ -150,6 +145,8 @@ void onOtherShapeEvent(long long, long, void*)
 }
 
 } // namespace
+
+using Kit::colourPicture;
 
 class EventRelayTest : public QObject
 {
@@ -279,9 +276,7 @@ void EventRelayTest::relayAndWindowSignalsAreDeclared()
 void EventRelayTest::windowCommandSignalsStayUnconnected()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 2.0), 0L);
     CMainWindow* window = fixture.window();
     ImageLayer* layer = fixture.scene()->GetImageLayer();
     SignalLog log(fixture.wnd.get());
@@ -316,9 +311,7 @@ void EventRelayTest::windowCommandSignalsStayUnconnected()
 void EventRelayTest::moveOverPictureGivesMouseMoveThenImgInfo()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 10, 20, 30);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 10, 20, 30), 2.0), 0L);
     ImageCtrlView* view = fixture.view();
     QCOMPARE(view->mapToScene(view->mapFromScene(QPointF(150, 10))), QPointF(150, 10));
 
@@ -481,9 +474,7 @@ void EventRelayTest::mouseClickedComesFirstOfTheReleaseSignals()
 void EventRelayTest::negativePositionsReachTheHostUnclamped()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 1, 2, 3), 1.0), 0L);
     SignalLog log(fixture.wnd.get());
     Kit::moveTo(fixture.view(), QPointF(-5, -7));
     Kit::pressAt(fixture.view(), QPointF(-5, -7));
@@ -494,9 +485,7 @@ void EventRelayTest::negativePositionsReachTheHostUnclamped()
 void EventRelayTest::moveIsReportedBeforePanning()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(8.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 8.0), 0L);
     ImageCtrlView* view = fixture.view();
     QScrollBar* bar = view->horizontalScrollBar();
     bar->setValue((bar->minimum() + bar->maximum()) / 2);
@@ -515,9 +504,7 @@ void EventRelayTest::moveIsReportedBeforePanning()
 void EventRelayTest::wheelStepReportsThePositionAtTheNewScale()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 1, 2, 3), 2.0), 0L);
     SignalLog log(fixture.wnd.get());
     QSignalSpy infos(fixture.wnd.get(), &KESImageWnd::imgInfo);
     const QPoint at = Kit::viewportPos(fixture.view(), QPointF(50, 50));
@@ -552,8 +539,7 @@ void EventRelayTest::vorImageBackgroundReportsNothing()
 {
     EmbeddedWindow fixture;
     SignalLog log(fixture.wnd.get());
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(100, 100, 1, 2, 3)), 0L);
     QVERIFY(log.log.isEmpty());
 }
 
@@ -576,9 +562,7 @@ void EventRelayTest::doubleClickGivesMouseDoubleClickOnce()
 void EventRelayTest::pressSignalsStopAtTheWindow()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 1, 2, 3), 1.0), 0L);
     CMainWindow* window = fixture.window();
     QSignalSpy wndPress(window, &CMainWindow::sigMousePress);
     QSignalSpy wndRelease(window, &CMainWindow::sigMouseRelease);
@@ -615,9 +599,7 @@ void EventRelayTest::pressSignalsStopAtTheWindow()
 void EventRelayTest::moveCallbackGetsWindowAddressAndFloatCoordinates()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(3.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 1, 2, 3), 3.0), 0L);
     EventThread* relay = fixture.scene()->GetEventThread();
     int userData = 7;
     relay->RegisterMouseMoveEvent(onMouseEvent, &userData);
@@ -657,8 +639,7 @@ void EventRelayTest::moveCallbackIsSilentWithoutPicture()
     QCOMPARE(relay->eventKind(), int(EventThread::EV_NONE));
 
     // So is a cleared VorImage background.
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(100, 100, 1, 2, 3)), 0L);
     Kit::moveToViewport(fixture.view(), QPoint(31, 31));
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(fixture.wnd->clearBackground(), 0L);
@@ -752,8 +733,7 @@ void EventRelayTest::zoomCommandsStepThroughTheSharedFloat()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(200, 100, 1, 2, 3)), 0L);
 
     QCOMPARE(fixture.wnd->zoomReset(), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_ORG);
@@ -791,9 +771,7 @@ void EventRelayTest::zoomFitUsesTheFitOfThePicture()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(4.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 4.0), 0L);
     QCOMPARE(fixture.wnd->zoomIn(), 0L);
 
     // 640 x 480: the view is 640 x 410, its size 621 x 391; the width decides.
@@ -814,9 +792,7 @@ void EventRelayTest::zoomFitUsesTheFitOfThePicture()
 void EventRelayTest::zoomIsDoneWhenTheHostHearsTheClick()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 2.0), 0L);
     double heardScale = 0.0;
     int heardKind = 0;
     int heardButton = -1;
@@ -841,9 +817,7 @@ void EventRelayTest::zoomOutBelowMinimumIsRefusedByTheView()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(0.035), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 0.035), 0L);
     QCOMPARE(fixture.wnd->zoomOut(), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_OUT);
     QCOMPARE(fixture.scene()->getScale(), double(0.035f));
@@ -855,9 +829,7 @@ void EventRelayTest::zoomOutBelowMinimumIsRefusedByTheView()
 void EventRelayTest::zoomInHasNoUpperLimit()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(20, 10, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1000.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(20, 10, 1, 2, 3), 1000.0), 0L);
     QCOMPARE(fixture.wnd->zoomIn(), 0L);
     QCOMPARE(fixture.scene()->getScale(), 1250.0);
 }
@@ -887,9 +859,7 @@ void EventRelayTest::relayZoomOutsideOneToFourDoesNothing()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 2.0), 0L);
     EventThread* relay = fixture.scene()->GetEventThread();
     emit relay->Zoom(0);
     emit relay->Zoom(5);
@@ -911,9 +881,7 @@ void EventRelayTest::relayZoomOutsideOneToFourDoesNothing()
 void EventRelayTest::viewZoomSignalsRunTheCommands()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 2.0), 0L);
     SignalLog log(fixture.wnd.get());
     ImageCtrlView* view = fixture.view();
     emit view->ZoomInPushButtonClicked(false);

@@ -27,18 +27,6 @@
 
 namespace {
 
-VorImage colourPicture(int width, int height, int red, int green, int blue)
-{
-    return VorImage(cv::Mat(height, width, CV_8UC3, cv::Scalar(blue, green, red)));
-}
-
-QImage qtPicture(int width, int height, QRgb colour)
-{
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(colour);
-    return image;
-}
-
 ImageLayer* layerOf(KESImageWnd& wnd)
 {
     return wnd.mainWindow()->GetImageCtrlView()->GetImageCtrlScene()->GetImageLayer();
@@ -176,6 +164,9 @@ private:
 };
 
 } // namespace
+
+using Kit::colourPicture;
+using Kit::qtPicture;
 
 class FacadeLifecycleTest : public QObject
 {
@@ -701,8 +692,7 @@ void FacadeLifecycleTest::emptyQImageIsRefusedAndLeavesThePicture()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    QImage picture = qtPicture(8, 6, qRgb(200, 10, 20));
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(qtPicture(8, 6, qRgb(200, 10, 20))), 0L);
     QVERIFY(!layer->isVorImg());
 
     QImage empty;
@@ -715,8 +705,7 @@ void FacadeLifecycleTest::emptyQImageIsRefusedAndLeavesThePicture()
     QCOMPARE(fixture.view()->imageRect(), QRect(0, 0, 8, 6));
 
     // A refused QImage does not change the mode of a VorImage window either.
-    VorImage vorPicture = colourPicture(5, 5, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(vorPicture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(5, 5, 1, 2, 3)), 0L);
     QVERIFY(layer->isVorImg());
     QCOMPARE(fixture.wnd->setBackground(empty), -1L);
     QVERIFY(layer->isVorImg());
@@ -728,8 +717,7 @@ void FacadeLifecycleTest::onePixelQImageIsAccepted()
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
     QVERIFY(layer->isVorImg());
-    QImage onePixel = qtPicture(1, 1, qRgb(9, 8, 7));
-    QCOMPARE(fixture.wnd->setBackground(onePixel), 0L);
+    QCOMPARE(fixture.setPicture(qtPicture(1, 1, qRgb(9, 8, 7))), 0L);
     QVERIFY(!layer->isVorImg());
     QCOMPARE(layer->GetQImage()->size(), QSize(1, 1));
     QCOMPARE(layer->GetQImage()->pixel(0, 0), qRgb(9, 8, 7));
@@ -745,8 +733,7 @@ void FacadeLifecycleTest::emptyVorImageIsRefusedAndLeavesThePicture()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    QImage picture = qtPicture(8, 6, qRgb(200, 10, 20));
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(qtPicture(8, 6, qRgb(200, 10, 20))), 0L);
 
     VorImage empty;
     QCOMPARE(fixture.wnd->setBackground(empty), -1L);
@@ -759,8 +746,7 @@ void FacadeLifecycleTest::vorImageBackgroundIsStoredAndShown()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage picture = colourPicture(30, 20, 11, 22, 33);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(30, 20, 11, 22, 33)), 0L);
     QVERIFY(layer->isVorImg());
     QVERIFY(fixture.window()->isVorImg());
     QVERIFY(layer->GetVorImage());
@@ -795,8 +781,7 @@ void FacadeLifecycleTest::getBackgroundCopiesWhatIsShown()
     // Only a QImage has been given: there is no VorImage to hand back.
     QCOMPARE(fixture.wnd->getBackground(&vOut), -1L);
 
-    VorImage vorPicture = colourPicture(12, 7, 40, 50, 60);
-    QCOMPARE(fixture.wnd->setBackground(vorPicture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(12, 7, 40, 50, 60)), 0L);
     QCOMPARE(fixture.wnd->getBackground(&vOut), 0L);
     QCOMPARE(vOut.Width(), 12);
     QCOMPARE(vOut.Height(), 7);
@@ -814,8 +799,7 @@ void FacadeLifecycleTest::clearBackgroundLeavesOnePixelAndNoVorImage()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage vorPicture = colourPicture(12, 7, 40, 50, 60);
-    QCOMPARE(fixture.wnd->setBackground(vorPicture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(12, 7, 40, 50, 60)), 0L);
     QCOMPARE(fixture.wnd->clearBackground(), 0L);
     QCOMPARE(layer->GetVorImage(), static_cast<VorImage*>(nullptr));
     QCOMPARE(layer->GetQImage()->size(), QSize(1, 1));
@@ -833,8 +817,7 @@ void FacadeLifecycleTest::windowBackgroundSlotsReachTheLayer()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    QImage picture = qtPicture(8, 6, qRgb(1, 1, 1));
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(qtPicture(8, 6, qRgb(1, 1, 1))), 0L);
     QVERIFY(!layer->isVorImg());
 
     // The integer is taken as the VorImage's address; the mode is not touched.
@@ -871,8 +854,7 @@ void FacadeLifecycleTest::repaintWndTakesOverTheQueuedPicture()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage first = colourPicture(12, 7, 40, 50, 60);
-    QCOMPARE(fixture.wnd->setBackground(first), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(12, 7, 40, 50, 60)), 0L);
     VorImage second = colourPicture(20, 10, 1, 2, 3);
     QVERIFY(layer->LoadVorImage(&second));
     QCOMPARE(layer->pendingCount(), 1);
@@ -933,8 +915,7 @@ void FacadeLifecycleTest::zoomLeavesTheZoomModelAlone()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage picture = colourPicture(50, 40, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(50, 40, 1, 2, 3)), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_FIT);
     QCOMPARE(fixture.wnd->zoom(2.0), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_FIT);
@@ -1073,9 +1054,7 @@ void FacadeLifecycleTest::viewAssemblyGivesGreyBrushAndLayers()
 void FacadeLifecycleTest::viewPaintsGreyAroundThePicture()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(40, 30, 200, 100, 50);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(40, 30, 200, 100, 50), 2.0), 0L);
     ImageCtrlView* view = fixture.view();
     const QImage shot = view->viewport()->grab().toImage();
     QCOMPARE(QColor(shot.pixel(view->mapFromScene(QPointF(20, 15)))), QColor(200, 100, 50));
@@ -1087,8 +1066,7 @@ void FacadeLifecycleTest::resizeRefitsVorImageWhateverTheZoomModel()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(200, 100, 1, 2, 3)), 0L);
     QCOMPARE(fixture.wnd->zoomIn(), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_IN);
     QCOMPARE(fixture.wnd->zoom(7.0), 0L);
@@ -1120,9 +1098,7 @@ void FacadeLifecycleTest::resizeRefitsVorImageWhateverTheZoomModel()
 void FacadeLifecycleTest::resizeKeepsScaleWithOnlyQImageBackgrounds()
 {
     EmbeddedWindow fixture;
-    QImage picture = qtPicture(200, 100, qRgb(1, 2, 3));
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(qtPicture(200, 100, qRgb(1, 2, 3)), 2.0), 0L);
     QCOMPARE(fixture.wnd->move(0, 0, 500, 400), 0L);
     double width = 0.0;
     double height = 0.0;

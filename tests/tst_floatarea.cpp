@@ -25,15 +25,6 @@
 
 namespace {
 
-VorImage picture(int width, int height)
-{
-    cv::Mat mat(height, width, CV_8UC3);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            mat.at<cv::Vec3b>(y, x) = cv::Vec3b(uchar(x), uchar(y), uchar(x ^ y));
-    return VorImage(mat);
-}
-
 const char* const kNumberStyle = "min-width: 28px; min-height: 28px;max-width:28px; max-height: 28px;"
                                  "border-radius: 14px;  border:1px solid black;background:grey";
 
@@ -119,25 +110,10 @@ void tst_FloatArea::zoomButtonsActLikeTheToolbarButtons()
     QFETCH(QString, button);
     QFETCH(int, number);
     EmbeddedWindow e;
-    VorImage image = picture(100, 80);
-    QCOMPARE(e.wnd->setBackground(image), 0L);
-    QCOMPARE(e.wnd->zoom(0.8), 0L);
+    QCOMPARE(e.showPicture(Kit::patternPicture(100, 80), 0.8), 0L);
     ImageCtrlScene* scene = e.scene();
     const double before = scene->getScale();
-    double expected = 1.0;
-    switch (number) {
-    case 1:
-        expected = double(float(double(float(before)) * 1.25));
-        break;
-    case 2:
-        expected = double(float(double(float(before)) / 1.25));
-        break;
-    case 3:
-        expected = double(scene->GetImageLayer()->GetFitImageScaledValue());
-        break;
-    default:
-        break;
-    }
+    const double expected = Kit::scaleAfterZoomButton(number, scene);
     QVERIFY(expected != before);
 
     e.wnd->SetFloatAreaVisible(true);

@@ -193,12 +193,10 @@ void tst_ImageLayer::backgroundKindSetsVorImageFlag()
     EmbeddedWindow w;
     QCOMPARE(w.created, 0L);
     ImageLayer* layer = w.scene()->GetImageLayer();
-    QImage picture = colourPicture(20, 10);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(colourPicture(20, 10)), 0L);
     QVERIFY(!layer->isVorImg());
     QVERIFY(!w.window()->isVorImg());
-    VorImage grey = greyVorImage(20, 10, 3);
-    QCOMPARE(w.wnd->setBackground(grey), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(20, 10, 3)), 0L);
     QVERIFY(layer->isVorImg());
 
     layer->setIsVorImg(false);
@@ -426,8 +424,7 @@ void tst_ImageLayer::unsupportedChannelsShowOnlyGreyThroughWindow()
     QFETCH(int, model);
     EmbeddedWindow w;
     // First a real picture, so that a failure to replace it would show.
-    VorImage shown = greyVorImage(40, 30, 1);
-    QCOMPARE(w.wnd->setBackground(shown), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(40, 30, 1)), 0L);
     QVERIFY(!isOnlyGrey(grabViewport(w.view())));
 
     w.scene()->GetImageLayer()->SetZoomModel(VOR_ZOOM_MODEL(model));
@@ -908,8 +905,7 @@ void tst_ImageLayer::paintsPictureAtSceneCoordinates()
 {
     EmbeddedWindow w;
     const QImage picture = colourPicture(8, 6);
-    QImage copy = picture;
-    QCOMPARE(w.wnd->setBackground(copy), 0L);
+    QCOMPARE(w.setPicture(picture), 0L);
     const QImage grab = grabViewport(w.view());
     QCOMPARE(grab.size(), w.view()->viewport()->size());
     for (int y = 0; y < 6; ++y)
@@ -1075,9 +1071,7 @@ void tst_ImageLayer::refusedDisplayLeavesPictureOnShow()
 void tst_ImageLayer::resizeRefitsVorImageBackground()
 {
     EmbeddedWindow w;
-    VorImage grey = greyVorImage(100, 100, 1);
-    QCOMPARE(w.wnd->setBackground(grey), 0L);
-    QCOMPARE(w.wnd->zoom(3.0), 0L);
+    QCOMPARE(w.showPicture(greyVorImage(100, 100, 1), 3.0), 0L);
     QCOMPARE(w.scene()->getScale(), 3.0);
     // The view gets 500 by 340 (less tool bar and status bar).
     QCOMPARE(w.wnd->move(0, 0, 500, 410), 0L);
@@ -1092,9 +1086,7 @@ void tst_ImageLayer::resizeRefitsVorImageBackground()
 void tst_ImageLayer::resizeKeepsScaleOfQImageBackground()
 {
     EmbeddedWindow w;
-    QImage picture = colourPicture(100, 100);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
-    QCOMPARE(w.wnd->zoom(3.0), 0L);
+    QCOMPARE(w.showPicture(colourPicture(100, 100), 3.0), 0L);
     QCOMPARE(w.wnd->move(0, 0, 500, 410), 0L);
     QApplication::processEvents();
     QCOMPARE(w.view()->size(), QSize(500, 340));

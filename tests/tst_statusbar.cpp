@@ -89,8 +89,7 @@ void StatusbarTest::readsInfoBeforeAnyMouseEventOverAPicture()
     QCOMPARE(bar->infoText(), QString("Info:"));
 
     // A VorImage background alone does not write the line either.
-    VorImage picture = examplePicture();
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(examplePicture()), 0L);
     QCOMPARE(bar->infoText(), QString("Info:"));
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     QCOMPARE(bar->infoText(), QString("Info:"));
@@ -102,9 +101,7 @@ void StatusbarTest::readsInfoBeforeAnyMouseEventOverAPicture()
 void StatusbarTest::workedExampleLine()
 {
     EmbeddedWindow fixture(QSize(900, 700));
-    VorImage picture = examplePicture();
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(examplePicture(), 1.0), 0L);
     // The view reports a position between pixels as a move over (12.5, 30).
     emit fixture.view()->updateMousePosition(QPointF(12.5, 30.0));
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(),
@@ -114,17 +111,13 @@ void StatusbarTest::workedExampleLine()
 void StatusbarTest::operatorMoveOverThePixelReadsIt()
 {
     EmbeddedWindow fixture(QSize(900, 700));
-    VorImage picture = examplePicture();
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(examplePicture(), 1.0), 0L);
     Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(),
              QString("Information: 640X480 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000"));
 
     // The same from a QImage background.
-    QImage image = exampleQImage();
-    QCOMPARE(fixture.wnd->setBackground(image), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(exampleQImage(), 1.0), 0L);
     Kit::moveTo(fixture.view(), QPointF(13, 30));
     Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(),
@@ -134,9 +127,7 @@ void StatusbarTest::operatorMoveOverThePixelReadsIt()
 void StatusbarTest::outsideThePictureShowsPositionAsItIsAndGrey()
 {
     EmbeddedWindow fixture(QSize(900, 700));
-    VorImage picture = examplePicture();
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(examplePicture(), 1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
     Kit::moveTo(fixture.view(), QPointF(-5, -7));
     QCOMPARE(bar->infoText(), QString("Information: 640X480 POS(-5.0, -7.0) RGB(153, 153, 153) ZOOM:1.000"));
@@ -147,9 +138,7 @@ void StatusbarTest::outsideThePictureShowsPositionAsItIsAndGrey()
 void StatusbarTest::zoomIsPrintedWithThreeDecimals()
 {
     EmbeddedWindow fixture(QSize(900, 700));
-    VorImage picture = examplePicture();
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.1), 0L);
+    QCOMPARE(fixture.showPicture(examplePicture(), 1.1), 0L);
     emit fixture.view()->updateMousePosition(QPointF(12.5, 30.0));
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(),
              QString("Information: 640X480 POS(12.5, 30.0) RGB(10, 20, 30) ZOOM:1.100"));
@@ -162,9 +151,7 @@ void StatusbarTest::zoomIsPrintedWithThreeDecimals()
 void StatusbarTest::lineStaysUntilTheNextMouseEvent()
 {
     EmbeddedWindow fixture(QSize(900, 700));
-    VorImage picture = examplePicture();
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(examplePicture(), 1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
     Kit::moveTo(fixture.view(), QPointF(12, 30));
     const QString line = bar->infoText();
@@ -180,9 +167,7 @@ void StatusbarTest::lineStaysUntilTheNextMouseEvent()
 void StatusbarTest::lineIsWrittenAfterTheHostHearsTheMove()
 {
     EmbeddedWindow fixture(QSize(900, 700));
-    VorImage picture = examplePicture();
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(examplePicture(), 1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
     QString atMove;
     QString atInfo;
@@ -197,9 +182,7 @@ void StatusbarTest::lineIsWrittenAfterTheHostHearsTheMove()
 void StatusbarTest::clearInVorImageModeFreezesTheLine()
 {
     EmbeddedWindow fixture(QSize(900, 700));
-    VorImage picture = examplePicture();
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(examplePicture(), 1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
     Kit::moveTo(fixture.view(), QPointF(12, 30));
     const QString line("Information: 640X480 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000");
@@ -217,9 +200,7 @@ void StatusbarTest::clearInVorImageModeFreezesTheLine()
 void StatusbarTest::clearInQImageModeShowsOnePixelPicture()
 {
     EmbeddedWindow fixture(QSize(900, 700));
-    QImage image = exampleQImage();
-    QCOMPARE(fixture.wnd->setBackground(image), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(exampleQImage(), 1.0), 0L);
     Statusbar* bar = fixture.window()->GetStatusbar();
     Kit::moveTo(fixture.view(), QPointF(12, 30));
     QCOMPARE(bar->infoText(), QString("Information: 640X480 POS(12.0, 30.0) RGB(10, 20, 30) ZOOM:1.000"));

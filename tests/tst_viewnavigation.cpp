@@ -268,8 +268,7 @@ void tst_ViewNavigation::wheelStopsAboveViewportSize()
     QCOMPARE(w.wnd->move(0, 0, 800 + extra.width(), 600 + extra.height() + 70), 0L);
     QApplication::processEvents();
     QCOMPARE(w.view()->viewport()->size(), QSize(800, 600));
-    VorImage picture = greyVorImage(2, 2);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(2, 2)), 0L);
     ImageLayer* layer = w.scene()->GetImageLayer();
     const QPoint cursor(400, 300);
 
@@ -380,8 +379,7 @@ void tst_ViewNavigation::zoomBelowMinimumChangesNothing()
 void tst_ViewNavigation::zoomCommandsSetModelAndNarrowScale()
 {
     EmbeddedWindow w;
-    VorImage picture = greyVorImage(300, 200);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(300, 200)), 0L);
     ImageLayer* layer = w.scene()->GetImageLayer();
     // Fitted in double precision: 391 / 200.
     QVERIFY(w.scene()->getScale() == 391.0 / 200.0);
@@ -417,9 +415,7 @@ void tst_ViewNavigation::zoomCommandsSetModelAndNarrowScale()
 void tst_ViewNavigation::zoomOutCommandBelowMinimumKeepsScale()
 {
     EmbeddedWindow w;
-    VorImage picture = greyVorImage(300, 200);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
-    QCOMPARE(w.wnd->zoom(0.035), 0L);
+    QCOMPARE(w.showPicture(greyVorImage(300, 200), 0.035), 0L);
     QVERIFY(w.scene()->getScale() == double(0.035f));
     QCOMPARE(w.wnd->zoomOut(), 0L);
     // 0.028 is below 0.03: Zoom ignores it, the model still changes.
@@ -651,8 +647,7 @@ void tst_ViewNavigation::negativeCoordinatesOverLeftMarginReachSignals()
 void tst_ViewNavigation::limitFlagDoesNotConfinePositions()
 {
     EmbeddedWindow w;
-    VorImage picture = greyVorImage(50, 300);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(50, 300)), 0L);
     ImageCtrlView* view = w.view();
     view->setLimitMousePos(true);
     // The window applies the limit a millisecond later.
@@ -753,8 +748,7 @@ void tst_ViewNavigation::resizeToNoWidthKeepsViewSize()
 void tst_ViewNavigation::resizeInZoomInModelFitsAndKeepsModel()
 {
     EmbeddedWindow w;
-    VorImage picture = greyVorImage(200, 100);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(200, 100)), 0L);
     ImageLayer* layer = w.scene()->GetImageLayer();
     Kit::wheelAtViewport(w.view(), QPoint(100, 100), 120);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_IN);

@@ -62,6 +62,25 @@ inline void showAt(ImageCtrlView* view, double zoom, const QPointF& sceneCentre)
     flushPaints();
 }
 
+// The window's zoom buttons, by the number the host hears in buttonClicked.
+enum ZoomButton { ZoomInButton = 1, ZoomOutButton = 2, FitButton = 3, OneToOneButton = 4 };
+
+// One step of the zoom in and zoom out buttons.
+constexpr double kZoomStep = 1.25;
+
+// The scale a zoom button gives the scene from its present scale: a step in
+// single precision, the fit of the picture, or one to one.
+inline double scaleAfterZoomButton(int number, ImageCtrlScene* scene)
+{
+    const double before = scene->getScale();
+    switch (number) {
+    case ZoomInButton: return double(float(double(float(before)) * kZoomStep));
+    case ZoomOutButton: return double(float(double(float(before)) / kZoomStep));
+    case FitButton: return double(scene->GetImageLayer()->GetFitImageScaledValue());
+    default: return 1.0;
+    }
+}
+
 // A host's own top-level widget of a given size, shown and exposed.
 class HostWidget : public QWidget
 {
@@ -99,6 +118,29 @@ public:
     ImageCtrlScene* scene() const { return view()->GetImageCtrlScene(); }
     ImageLayer* imageLayer() const { return scene()->GetImageLayer(); }
 
+    // Hands the window a picture as a host does, kept alive here, and brings
+    // it to a zoom: the first refusal's answer, or 0.
+    long showPicture(const VorImage& picture, double zoom)
+    {
+        const long shown = setPicture(picture);
+        return shown != 0 ? shown : wnd->zoom(zoom);
+    }
+    long showPicture(const QImage& picture, double zoom)
+    {
+        const long shown = setPicture(picture);
+        return shown != 0 ? shown : wnd->zoom(zoom);
+    }
+    long setPicture(const VorImage& picture)
+    {
+        m_vorPicture = picture;
+        return wnd->setBackground(m_vorPicture);
+    }
+    long setPicture(const QImage& picture)
+    {
+        m_qtPicture = picture;
+        return wnd->setBackground(m_qtPicture);
+    }
+
     void showAt(double zoom, const QPointF& sceneCentre) { Kit::showAt(view(), zoom, sceneCentre); }
     QImage grabViewport() const { return Kit::grabViewport(view()); }
 
@@ -106,6 +148,10 @@ public:
     std::unique_ptr<KESImageWnd> wnd;
     long created = -1;
     bool exposed = false;
+
+private:
+    VorImage m_vorPicture;
+    QImage m_qtPicture;
 };
 
 class StandaloneView
