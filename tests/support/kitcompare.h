@@ -92,6 +92,15 @@ inline QPainterPath pathOfRects(const QMap<int, QRectF>& handles)
     return path;
 }
 
+// One row a value of an enum, in a column of ints, each row named by name().
+template <class Enum>
+void addEnumRows(const char* column, std::initializer_list<Enum> values, const char* (*name)(Enum))
+{
+    QTest::addColumn<int>(column);
+    for (Enum value : values)
+        QTest::newRow(name(value)) << int(value);
+}
+
 // The zooms a handle test runs at, one row each in a column of doubles.
 inline void addZoomRows(std::initializer_list<double> zooms = {0.25, 1.0, 4.0})
 {

@@ -5,6 +5,8 @@
 // pixels, with a button and keyboard modifiers. The *Viewport variants take
 // viewport pixels for input that does not start from the scene.
 
+#include "kitcompare.h"
+
 #include <QApplication>
 #include <QGraphicsView>
 #include <QMouseEvent>
@@ -129,9 +131,7 @@ inline const char* buttonName(Qt::MouseButton button)
 // One row a mouse button, in a column "button" of ints named by the button.
 inline void addButtonRows(std::initializer_list<Qt::MouseButton> buttons)
 {
-    QTest::addColumn<int>("button");
-    for (Qt::MouseButton button : buttons)
-        QTest::newRow(buttonName(button)) << int(button);
+    addEnumRows("button", buttons, &buttonName);
 }
 
 // One wheel step (kWheelNotch up, -kWheelNotch down) at a viewport position.

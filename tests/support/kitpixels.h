@@ -7,6 +7,8 @@
 // tolerance of one per channel or through the same conversion, since Qt picks
 // its conversion code by CPU.
 
+#include "kitcompare.h"
+
 #include <QApplication>
 #include <QColor>
 #include <QEvent>
@@ -165,9 +167,7 @@ inline const char* formatName(QImage::Format format)
 // One row a picture format, in a column "format" of ints named by the format.
 inline void addFormatRows(std::initializer_list<QImage::Format> formats)
 {
-    QTest::addColumn<int>("format");
-    for (QImage::Format format : formats)
-        QTest::newRow(formatName(format)) << int(format);
+    addEnumRows("format", formats, &formatName);
 }
 
 // Counts the events of one type that an object receives, and lets them pass.
