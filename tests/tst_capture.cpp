@@ -11,7 +11,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "odrect1.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QFile>
 #include <QScrollBar>

@@ -12,12 +12,10 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 
-#include "standaloneview.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QGraphicsRectItem>
 #include <QGraphicsSceneMouseEvent>
-#include "viewportgrab.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -53,7 +51,7 @@ QString defaultText(const QString& point)
 
 QImage grab(ImageCtrlView* view)
 {
-    return grabViewportArgb(view);
+    return Kit::grabViewport(view);
 }
 
 // Pixels of exactly the colour on a segment through p across the given axis
@@ -66,17 +64,6 @@ int thickness(const QImage& image, const QPoint& p, bool armIsHorizontal, QRgb c
         if (image.rect().contains(q) && image.pixel(q) == colour)
             ++count;
     }
-    return count;
-}
-
-int countColour(const QImage& image, const QRect& area, QRgb colour)
-{
-    int count = 0;
-    const QRect clipped = area.intersected(image.rect());
-    for (int y = clipped.top(); y <= clipped.bottom(); ++y)
-        for (int x = clipped.left(); x <= clipped.right(); ++x)
-            if (image.pixel(x, y) == colour)
-                ++count;
     return count;
 }
 
@@ -105,23 +92,9 @@ QRect pictureOnScreen(ImageCtrlView* view)
     return view->mapFromScene(view->GetImageCtrlScene()->sceneRect()).boundingRect();
 }
 
-// Counts the mouse presses that reach the scene.
-class ScenePressCounter : public QObject
-{
-public:
-    explicit ScenePressCounter(QObject* scene) { scene->installEventFilter(this); }
-    int presses = 0;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::GraphicsSceneMousePress)
-            ++presses;
-        return false;
-    }
-};
-
 } // namespace
+
+using Kit::countColour;
 
 class tst_CrossLine : public QObject
 {
@@ -504,10 +477,10 @@ void tst_CrossLine::nonObjectTextChangesNothingAndDoesNotRepaint()
     auto v = makeView();
     const QString before = crossText(v->view);
     grab(v->view);
-    QTest::qWait(20);
-    PaintCounter counter(v->view->viewport());
+    Kit::flushPaints();
+    Kit::PaintCounter counter(v->view->viewport());
     v->view->setCrossLineInfo(text);
-    QTest::qWait(50);
+    Kit::letQueuedCallsRun();
     QCOMPARE(counter.paints, 0);
     QCOMPARE(crossText(v->view), before);
 }
@@ -516,8 +489,8 @@ void tst_CrossLine::objectTextRepaints()
 {
     auto v = makeView();
     grab(v->view);
-    QTest::qWait(20);
-    PaintCounter counter(v->view->viewport());
+    Kit::flushPaints();
+    Kit::PaintCounter counter(v->view->viewport());
     // An empty object changes no setting and still repaints.
     v->view->setCrossLineInfo("{}");
     QTRY_VERIFY(counter.paints > 0);
@@ -585,30 +558,31 @@ void tst_CrossLine::pressOnCentreOfHiddenReticleGrabsAndDragsIt()
     QCOMPARE(crossObject(v->view).value("visible"), QJsonValue(false));
     v->view->setCursor(Qt::PointingHandCursor);
     v->view->viewport()->setCursor(Qt::IBeamCursor);
-    ScenePressCounter scenePresses(v->scene());
+    // The mouse presses that reach the scene.
+    Kit::EventCounter scenePresses(v->scene(), QEvent::GraphicsSceneMousePress);
 
-    ViewInput::pressAtViewport(v->view, QPoint(200, 150));
+    Kit::pressAtViewport(v->view, QPoint(200, 150));
     QVERIFY(v->view->isCrossDragging());
     QCOMPARE(v->view->viewport()->cursor().shape(), Qt::ClosedHandCursor);
     // The press is not swallowed: the scene and its tools see it too.
-    QCOMPARE(scenePresses.presses, 1);
+    QCOMPARE(scenePresses.count, 1);
 
-    ViewInput::moveToViewport(v->view, QPoint(60, 70), Qt::LeftButton);
+    Kit::moveToViewport(v->view, QPoint(60, 70), Qt::LeftButton);
     QCOMPARE(v->view->crossPoint(), QPoint(60, 70));
-    ViewInput::moveToViewport(v->view, QPoint(61, 75), Qt::LeftButton);
+    Kit::moveToViewport(v->view, QPoint(61, 75), Qt::LeftButton);
     QCOMPARE(v->view->crossPoint(), QPoint(61, 75));
     // Still hidden.
     QCOMPARE(crossObject(v->view).value("visible"), QJsonValue(false));
     QCOMPARE(crossObject(v->view).value("point").toString(), QString("61,75"));
 
-    ViewInput::releaseAtViewport(v->view, QPoint(61, 75));
+    Kit::releaseAtViewport(v->view, QPoint(61, 75));
     QVERIFY(!v->view->isCrossDragging());
     // The cursor saved from the view goes onto the viewport.
     QCOMPARE(v->view->viewport()->cursor().shape(), Qt::PointingHandCursor);
     QCOMPARE(v->view->cursor().shape(), Qt::PointingHandCursor);
 
     // Moves after the release leave the point.
-    ViewInput::moveToViewport(v->view, QPoint(90, 90));
+    Kit::moveToViewport(v->view, QPoint(90, 90));
     QCOMPARE(v->view->crossPoint(), QPoint(61, 75));
 }
 
@@ -616,22 +590,22 @@ void tst_CrossLine::dragIsBoundedToViewport()
 {
     auto v = makeView();
     v->view->setCrossLineInfo("{\"point\":\"200,150\",\"visible\":true}");
-    ViewInput::pressAtViewport(v->view, QPoint(201, 149));
+    Kit::pressAtViewport(v->view, QPoint(201, 149));
     QVERIFY(v->view->isCrossDragging());
-    ViewInput::moveToViewport(v->view, QPoint(-40, 5000), Qt::LeftButton);
+    Kit::moveToViewport(v->view, QPoint(-40, 5000), Qt::LeftButton);
     QCOMPARE(v->view->crossPoint(), QPoint(0, 299));
-    ViewInput::moveToViewport(v->view, QPoint(400, -1), Qt::LeftButton);
+    Kit::moveToViewport(v->view, QPoint(400, -1), Qt::LeftButton);
     QCOMPARE(v->view->crossPoint(), QPoint(399, 0));
-    ViewInput::moveToViewport(v->view, QPoint(399, 299), Qt::LeftButton);
+    Kit::moveToViewport(v->view, QPoint(399, 299), Qt::LeftButton);
     QCOMPARE(v->view->crossPoint(), QPoint(399, 299));
-    ViewInput::releaseAtViewport(v->view, QPoint(399, 299));
+    Kit::releaseAtViewport(v->view, QPoint(399, 299));
     QCOMPARE(v->view->crossPoint(), QPoint(399, 299));
 
     // The dragged reticle paints where the mouse left it.
     v->view->setCrossLineInfo(QString("{\"color\":\"%1\"}").arg(kBlueText));
-    ViewInput::pressAtViewport(v->view, QPoint(399, 299));
-    ViewInput::moveToViewport(v->view, QPoint(120, 80), Qt::LeftButton);
-    ViewInput::releaseAtViewport(v->view, QPoint(120, 80));
+    Kit::pressAtViewport(v->view, QPoint(399, 299));
+    Kit::moveToViewport(v->view, QPoint(120, 80), Qt::LeftButton);
+    Kit::releaseAtViewport(v->view, QPoint(120, 80));
     const QImage image = grab(v->view);
     QCOMPARE(image.pixel(50, 80), kBlue);
     QCOMPARE(image.pixel(120, 30), kBlue);
@@ -680,10 +654,10 @@ void tst_CrossLine::pressHitTest()
     auto v = makeView();
     const QPoint c(200, 150);
     v->view->setCrossLineInfo(QString("{\"point\":\"200,150\",\"circleRadius\":%1}").arg(radius));
-    ViewInput::pressAtViewport(v->view, c + offset);
+    Kit::pressAtViewport(v->view, c + offset);
     QCOMPARE(v->view->isCrossDragging(), grabbed);
     QCOMPARE(v->view->viewport()->cursor().shape() == Qt::ClosedHandCursor, grabbed);
-    ViewInput::releaseAtViewport(v->view, c + offset);
+    Kit::releaseAtViewport(v->view, c + offset);
     QVERIFY(!v->view->isCrossDragging());
 }
 
@@ -693,12 +667,12 @@ void tst_CrossLine::pressMissingReticleLeavesCursorAlone()
     v->view->setCrossLineInfo("{\"point\":\"200,150\",\"visible\":true}");
     v->view->viewport()->setCursor(Qt::IBeamCursor);
     v->view->setCursor(Qt::PointingHandCursor);
-    ViewInput::pressAtViewport(v->view, QPoint(20, 20));
+    Kit::pressAtViewport(v->view, QPoint(20, 20));
     QVERIFY(!v->view->isCrossDragging());
     QCOMPARE(v->view->viewport()->cursor().shape(), Qt::IBeamCursor);
-    ViewInput::moveToViewport(v->view, QPoint(30, 30), Qt::LeftButton);
+    Kit::moveToViewport(v->view, QPoint(30, 30), Qt::LeftButton);
     QCOMPARE(v->view->crossPoint(), QPoint(200, 150));
-    ViewInput::releaseAtViewport(v->view, QPoint(30, 30));
+    Kit::releaseAtViewport(v->view, QPoint(30, 30));
     QVERIFY(!v->view->isCrossDragging());
     QCOMPARE(v->view->crossPoint(), QPoint(200, 150));
 }
@@ -707,9 +681,9 @@ void tst_CrossLine::rightPressDoesNotGrab()
 {
     auto v = makeView();
     v->view->setCrossLineInfo("{\"point\":\"200,150\",\"visible\":true}");
-    ViewInput::pressAtViewport(v->view, QPoint(200, 150), Qt::RightButton);
+    Kit::pressAtViewport(v->view, QPoint(200, 150), Qt::RightButton);
     QVERIFY(!v->view->isCrossDragging());
-    ViewInput::releaseAtViewport(v->view, QPoint(200, 150), Qt::RightButton);
+    Kit::releaseAtViewport(v->view, QPoint(200, 150), Qt::RightButton);
 }
 
 // ---------------------------------------------------------------------------

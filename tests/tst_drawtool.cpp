@@ -3,7 +3,7 @@
 // release, tells the host the id, and throws away a rectangle that is too
 // small. Also the routing of the mouse buttons to the tools.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "Rect1HandleItem.h"
 #include "odellipse.h"
@@ -13,7 +13,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 class tst_DrawTool : public QObject
 {
@@ -114,8 +114,8 @@ void tst_DrawTool::drawingARectangleAsTheOperatorDoes()
     // Selected once by the draw tool and once by the select tool.
     QCOMPARE(w.active()->selectedShapes(), (QVector<ODShape*>{shape, shape}));
     QVERIFY(select->currentShape() == shape);
-    QCOMPARE(select->dragState(), 1);
-    QCOMPARE(select->selectMode(), 2);
+    QCOMPARE(Kit::dragState(select), ODSelectTool::DragNewShape);
+    QCOMPARE(Kit::selectMode(select), ODSelectTool::SelectDragHandle);
     QCOMPARE(select->handleIndex(), 1);
     QCOMPARE(rectTool()->pressPoint(), p);
     QCOMPARE(rectTool()->curPoint(), p);
@@ -128,14 +128,14 @@ void tst_DrawTool::drawingARectangleAsTheOperatorDoes()
     // Moves: the first handle follows the mouse; the press point stays in the
     // right and bottom slots until the release.
     w.move(QPointF(40, 30));
-    QCOMPARE(select->dragState(), 1);
-    QCOMPARE(select->selectMode(), 2);
+    QCOMPARE(Kit::dragState(select), ODSelectTool::DragNewShape);
+    QCOMPARE(Kit::selectMode(select), ODSelectTool::SelectDragHandle);
     QCOMPARE(rectTool()->curPoint(), m1);
     QCOMPARE(paramsOf(shape), (QVector<double>{m1.x(), m1.y(), p.x(), p.y()}));
     QCOMPARE(shape->rectItem()->rect(), QRectF(p, m1));
     w.move(QPointF(60, 45));
-    QCOMPARE(select->dragState(), 1);
-    QCOMPARE(select->selectMode(), 2);
+    QCOMPARE(Kit::dragState(select), ODSelectTool::DragNewShape);
+    QCOMPARE(Kit::selectMode(select), ODSelectTool::SelectDragHandle);
     QCOMPARE(paramsOf(shape), (QVector<double>{m2.x(), m2.y(), p.x(), p.y()}));
     QCOMPARE(shape->rectItem()->rect(), QRectF(p, m2));
     QCOMPARE(shape->rect1HandleItem()->handleMap().size(), 8);
@@ -144,8 +144,8 @@ void tst_DrawTool::drawingARectangleAsTheOperatorDoes()
 
     // Release: select mode again, the parameters in order, the host told.
     w.release(QPointF(60, 45));
-    QCOMPARE(select->dragState(), 0);
-    QCOMPARE(select->selectMode(), 0);
+    QCOMPARE(Kit::dragState(select), ODSelectTool::DragNothing);
+    QCOMPARE(Kit::selectMode(select), ODSelectTool::SelectNone);
     QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
     QVERIFY(rectTool()->shape() == nullptr);
     QCOMPARE(paramsOf(shape), (QVector<double>{p.x(), p.y(), m2.x(), m2.y()}));
@@ -299,8 +299,8 @@ void tst_DrawTool::pressAndReleaseOnOneSpotDiscardsRectangle()
     QVERIFY(w.active()->selectedShapes().isEmpty());
     QCOMPARE(w.scene()->items().size(), items);
     QVERIFY(selectTool()->currentShape() == nullptr);
-    QCOMPARE(selectTool()->selectMode(), 0);
-    QCOMPARE(selectTool()->dragState(), 0);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectNone);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNothing);
     QVERIFY(rectTool()->shape() == nullptr);
     QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
     // The id is used up.
@@ -508,7 +508,7 @@ void tst_DrawTool::secondPressBeforeReleaseDeletesTheUnfinishedShape()
     QCOMPARE(second->GetShapeID(), id + 1);
     QVERIFY(layerHasId(b.active(), id + 1));
     QVERIFY(selectTool()->currentShape() == second);
-    QCOMPARE(selectTool()->dragState(), 1);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNewShape);
     // It left its layer's lists before it went: no address of it remains.
     QVERIFY(a.active()->shapes().isEmpty());
     QVERIFY(a.active()->selectedShapes().isEmpty());
@@ -586,7 +586,7 @@ void tst_DrawTool::rightDoubleClickReachesTheScenesToolDispatch()
     w.scene()->SetDrawMode(DM_RECT1);
     const long id = ODShape::s_ID;
 
-    ViewInput::doubleClickAt(w.view(), QPointF(40, 40), Qt::RightButton);
+    Kit::doubleClickAt(w.view(), QPointF(40, 40), Qt::RightButton);
 
     // The double click is handled by the scene's dispatch whatever the
     // button; the tools' own double click does nothing, and the press and
@@ -612,10 +612,10 @@ void tst_DrawTool::movesReachTheToolsDuringARightButtonPan()
     QVERIFY(w.view()->isRightDown());
     w.move(QPointF(80, 65), Qt::LeftButton | Qt::RightButton);
     QVERIFY(w.view()->isRightMoved());
-    QCOMPARE(selectTool()->dragState(), 4);
+    QCOMPARE(Kit::dragState(), ODSelectTool::MovedBody);
     QCOMPARE(paramsOf(a), (QVector<double>{50, 45, 110, 85}));
     w.release(QPointF(80, 65), Qt::RightButton);
-    QCOMPARE(selectTool()->dragState(), 4);
+    QCOMPARE(Kit::dragState(), ODSelectTool::MovedBody);
     QVERIFY(log.shapeEvents().isEmpty());
     w.release(QPointF(80, 65));
     QCOMPARE(log.shapeEvents(), QStringList{movedText(id)});
@@ -650,7 +650,7 @@ void tst_DrawTool::middleButtonDrawsLikeTheLeft()
 
     w.press(QPointF(20, 20), Qt::MiddleButton);
     QVERIFY(rectTool()->shape() != nullptr);
-    QCOMPARE(selectTool()->dragState(), 1);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNewShape);
     w.move(QPointF(70, 60), Qt::MiddleButton);
     w.release(QPointF(70, 60), Qt::MiddleButton);
 

@@ -12,7 +12,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "statusbar.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QCursor>
 #include <QGraphicsSceneMouseEvent>
@@ -21,11 +21,6 @@
 #include <opencv2/core.hpp>
 
 namespace {
-
-VorImage colourPicture(int width, int height, int red, int green, int blue)
-{
-    return VorImage(cv::Mat(height, width, CV_8UC3, cv::Scalar(blue, green, red)));
-}
 
 QString num(double value)
 {
@@ -150,6 +145,8 @@ void onOtherShapeEvent(long long, long, void*)
 }
 
 } // namespace
+
+using Kit::colourPicture;
 
 class EventRelayTest : public QObject
 {
@@ -279,9 +276,7 @@ void EventRelayTest::relayAndWindowSignalsAreDeclared()
 void EventRelayTest::windowCommandSignalsStayUnconnected()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 2.0), 0L);
     CMainWindow* window = fixture.window();
     ImageLayer* layer = fixture.scene()->GetImageLayer();
     SignalLog log(fixture.wnd.get());
@@ -316,9 +311,7 @@ void EventRelayTest::windowCommandSignalsStayUnconnected()
 void EventRelayTest::moveOverPictureGivesMouseMoveThenImgInfo()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 10, 20, 30);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 10, 20, 30), 2.0), 0L);
     ImageCtrlView* view = fixture.view();
     QCOMPARE(view->mapToScene(view->mapFromScene(QPointF(150, 10))), QPointF(150, 10));
 
@@ -329,7 +322,7 @@ void EventRelayTest::moveOverPictureGivesMouseMoveThenImgInfo()
     QSignalSpy moves(fixture.wnd.get(), &KESImageWnd::mouseMove);
     QSignalSpy infos(fixture.wnd.get(), &KESImageWnd::imgInfo);
 
-    ViewInput::moveTo(view, QPointF(150, 10));
+    Kit::moveTo(view, QPointF(150, 10));
 
     QCOMPARE(moves.count(), 1);
     QCOMPARE(moves.at(0).at(0).toDouble(), 150.0);
@@ -355,7 +348,7 @@ void EventRelayTest::moveInsidePictureReportsItsPixel()
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     QSignalSpy infos(fixture.wnd.get(), &KESImageWnd::imgInfo);
-    ViewInput::moveTo(fixture.view(), QPointF(20, 30));
+    Kit::moveTo(fixture.view(), QPointF(20, 30));
     QCOMPARE(infos.count(), 1);
     QCOMPARE(infos.at(0),
              QList<QVariant>({20.0, 30.0, 200, 100, 50, QVariant::fromValue(1.0f)}));
@@ -370,13 +363,13 @@ void EventRelayTest::moveWithoutPictureIsSilentButReleaseIsNot()
     const QPoint at(40, 30);
     const QPointF sceneAt = view->mapToScene(at);
 
-    ViewInput::moveToViewport(view, at);
-    ViewInput::moveToViewport(view, at + QPoint(5, 5));
+    Kit::moveToViewport(view, at);
+    Kit::moveToViewport(view, at + QPoint(5, 5));
     QVERIFY(log.log.isEmpty());
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(), QString("Info:"));
 
-    ViewInput::pressAtViewport(view, at);
-    ViewInput::releaseAtViewport(view, at);
+    Kit::pressAtViewport(view, at);
+    Kit::releaseAtViewport(view, at);
     QCOMPARE(log.log, QStringList({QString("mouseClicked(%1,%2)").arg(num(sceneAt.x()), num(sceneAt.y()))}));
 }
 
@@ -389,7 +382,7 @@ void EventRelayTest::moveInQImageModeReachesCallbackAndSignals()
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     fixture.scene()->GetEventThread()->RegisterMouseMoveEvent(onMouseEvent, &m_mouse);
     QSignalSpy moves(fixture.wnd.get(), &KESImageWnd::mouseMove);
-    ViewInput::moveTo(fixture.view(), QPointF(7, 8));
+    Kit::moveTo(fixture.view(), QPointF(7, 8));
     QCOMPARE(moves.count(), 1);
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(m_mouse.x, 7.0f);
@@ -405,7 +398,7 @@ void EventRelayTest::qimageModeWithoutPictureCallsBackButIsSilent()
     fixture.window()->setIsVorImg(false);
     fixture.scene()->GetEventThread()->RegisterMouseMoveEvent(onMouseEvent, nullptr);
     SignalLog log(fixture.wnd.get());
-    ViewInput::moveToViewport(fixture.view(), QPoint(20, 25));
+    Kit::moveToViewport(fixture.view(), QPoint(20, 25));
     QVERIFY(log.log.isEmpty());
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(), QString("Info:"));
     QCOMPARE(m_mouse.calls, 1);
@@ -437,14 +430,14 @@ void EventRelayTest::releaseOfAnyButtonGivesExactlyOneMouseClicked()
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     QSignalSpy clicks(fixture.wnd.get(), &KESImageWnd::mouseClicked);
     const auto mouseButton = Qt::MouseButton(button);
-    ViewInput::pressAt(fixture.view(), QPointF(12, 34), mouseButton);
+    Kit::pressAt(fixture.view(), QPointF(12, 34), mouseButton);
     QCOMPARE(clicks.count(), 0);
-    ViewInput::releaseAt(fixture.view(), QPointF(12, 34), mouseButton);
+    Kit::releaseAt(fixture.view(), QPointF(12, 34), mouseButton);
     QCOMPARE(clicks.count(), 1);
     QCOMPARE(clicks.at(0).at(0).toDouble(), 12.0);
     QCOMPARE(clicks.at(0).at(1).toDouble(), 34.0);
     // The repaint a millisecond later adds no click.
-    QTest::qWait(20);
+    Kit::letQueuedCallsRun();
     QCOMPARE(clicks.count(), 1);
 }
 
@@ -462,41 +455,37 @@ void EventRelayTest::mouseClickedComesFirstOfTheReleaseSignals()
             [&log](double, double) { log << "sigMouseRightMoveRelease"; });
 
     ImageCtrlView* view = fixture.view();
-    ViewInput::pressAt(view, QPointF(5, 5));
-    ViewInput::releaseAt(view, QPointF(5, 5));
+    Kit::pressAt(view, QPointF(5, 5));
+    Kit::releaseAt(view, QPointF(5, 5));
     QCOMPARE(log, QStringList({"mouseClicked", "sigMouseRelease"}));
 
     log.clear();
-    ViewInput::pressAt(view, QPointF(5, 5), Qt::RightButton);
-    ViewInput::releaseAt(view, QPointF(5, 5), Qt::RightButton);
+    Kit::pressAt(view, QPointF(5, 5), Qt::RightButton);
+    Kit::releaseAt(view, QPointF(5, 5), Qt::RightButton);
     QCOMPARE(log, QStringList({"mouseClicked", "sigMouseRightRelease"}));
 
     log.clear();
-    ViewInput::pressAt(view, QPointF(5, 5), Qt::RightButton);
-    ViewInput::moveTo(view, QPointF(9, 9), Qt::RightButton);
-    ViewInput::releaseAt(view, QPointF(9, 9), Qt::RightButton);
+    Kit::pressAt(view, QPointF(5, 5), Qt::RightButton);
+    Kit::moveTo(view, QPointF(9, 9), Qt::RightButton);
+    Kit::releaseAt(view, QPointF(9, 9), Qt::RightButton);
     QCOMPARE(log, QStringList({"mouseClicked", "sigMouseRightMoveRelease"}));
 }
 
 void EventRelayTest::negativePositionsReachTheHostUnclamped()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 1, 2, 3), 1.0), 0L);
     SignalLog log(fixture.wnd.get());
-    ViewInput::moveTo(fixture.view(), QPointF(-5, -7));
-    ViewInput::pressAt(fixture.view(), QPointF(-5, -7));
-    ViewInput::releaseAt(fixture.view(), QPointF(-5, -7));
+    Kit::moveTo(fixture.view(), QPointF(-5, -7));
+    Kit::pressAt(fixture.view(), QPointF(-5, -7));
+    Kit::releaseAt(fixture.view(), QPointF(-5, -7));
     QCOMPARE(log.log, QStringList({"mouseMove(-5,-7)", "imgInfo(-5,-7,153,153,153,1)", "mouseClicked(-5,-7)"}));
 }
 
 void EventRelayTest::moveIsReportedBeforePanning()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(8.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 8.0), 0L);
     ImageCtrlView* view = fixture.view();
     QScrollBar* bar = view->horizontalScrollBar();
     bar->setValue((bar->minimum() + bar->maximum()) / 2);
@@ -505,23 +494,21 @@ void EventRelayTest::moveIsReportedBeforePanning()
     connect(fixture.wnd.get(), &KESImageWnd::mouseMove, this, [&seen, bar](double, double) { seen = bar->value(); });
 
     const QPoint start(200, 150);
-    ViewInput::pressAtViewport(view, start, Qt::RightButton);
-    ViewInput::moveToViewport(view, start + QPoint(30, 0), Qt::RightButton);
+    Kit::pressAtViewport(view, start, Qt::RightButton);
+    Kit::moveToViewport(view, start + QPoint(30, 0), Qt::RightButton);
     QCOMPARE(seen, before);
     QCOMPARE(bar->value(), before - 30);
-    ViewInput::releaseAtViewport(view, start + QPoint(30, 0), Qt::RightButton);
+    Kit::releaseAtViewport(view, start + QPoint(30, 0), Qt::RightButton);
 }
 
 void EventRelayTest::wheelStepReportsThePositionAtTheNewScale()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 1, 2, 3), 2.0), 0L);
     SignalLog log(fixture.wnd.get());
     QSignalSpy infos(fixture.wnd.get(), &KESImageWnd::imgInfo);
-    const QPoint at = ViewInput::viewportPos(fixture.view(), QPointF(50, 50));
-    ViewInput::wheelAtViewport(fixture.view(), at, 120);
+    const QPoint at = Kit::viewportPos(fixture.view(), QPointF(50, 50));
+    Kit::wheelAtViewport(fixture.view(), at, 120);
     QCOMPARE(fixture.scene()->getScale(), 2.5);
     QCOMPARE(infos.count(), 1);
     QCOMPARE(infos.at(0).at(5).toFloat(), 2.5f);
@@ -552,8 +539,7 @@ void EventRelayTest::vorImageBackgroundReportsNothing()
 {
     EmbeddedWindow fixture;
     SignalLog log(fixture.wnd.get());
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(100, 100, 1, 2, 3)), 0L);
     QVERIFY(log.log.isEmpty());
 }
 
@@ -565,7 +551,7 @@ void EventRelayTest::doubleClickGivesMouseDoubleClickOnce()
     SceneEventLog sceneLog(fixture.scene(), &log.log);
     QSignalSpy doubles(fixture.wnd.get(), &KESImageWnd::mouseDoubleClick);
     QSignalSpy sceneDoubles(fixture.scene(), &ImageCtrlScene::mouseDoubleClick);
-    ViewInput::doubleClickAt(fixture.view(), QPointF(10, 10));
+    Kit::doubleClickAt(fixture.view(), QPointF(10, 10));
     QCOMPARE(doubles.count(), 1);
     QCOMPARE(sceneDoubles.count(), 1);
     QVERIFY(doubles.at(0).isEmpty());
@@ -576,9 +562,7 @@ void EventRelayTest::doubleClickGivesMouseDoubleClickOnce()
 void EventRelayTest::pressSignalsStopAtTheWindow()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 1, 2, 3), 1.0), 0L);
     CMainWindow* window = fixture.window();
     QSignalSpy wndPress(window, &CMainWindow::sigMousePress);
     QSignalSpy wndRelease(window, &CMainWindow::sigMouseRelease);
@@ -588,13 +572,13 @@ void EventRelayTest::pressSignalsStopAtTheWindow()
     SignalLog log(fixture.wnd.get());
 
     ImageCtrlView* view = fixture.view();
-    ViewInput::pressAt(view, QPointF(10, 20));
-    ViewInput::releaseAt(view, QPointF(10, 20));
-    ViewInput::pressAt(view, QPointF(11, 21), Qt::RightButton);
-    ViewInput::releaseAt(view, QPointF(11, 21), Qt::RightButton);
-    ViewInput::pressAt(view, QPointF(12, 22), Qt::RightButton);
-    ViewInput::moveTo(view, QPointF(14, 24), Qt::RightButton);
-    ViewInput::releaseAt(view, QPointF(14, 24), Qt::RightButton);
+    Kit::pressAt(view, QPointF(10, 20));
+    Kit::releaseAt(view, QPointF(10, 20));
+    Kit::pressAt(view, QPointF(11, 21), Qt::RightButton);
+    Kit::releaseAt(view, QPointF(11, 21), Qt::RightButton);
+    Kit::pressAt(view, QPointF(12, 22), Qt::RightButton);
+    Kit::moveTo(view, QPointF(14, 24), Qt::RightButton);
+    Kit::releaseAt(view, QPointF(14, 24), Qt::RightButton);
 
     // The window re-emits them ...
     QCOMPARE(wndPress.count(), 1);
@@ -615,19 +599,17 @@ void EventRelayTest::pressSignalsStopAtTheWindow()
 void EventRelayTest::moveCallbackGetsWindowAddressAndFloatCoordinates()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(3.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(100, 100, 1, 2, 3), 3.0), 0L);
     EventThread* relay = fixture.scene()->GetEventThread();
     int userData = 7;
     relay->RegisterMouseMoveEvent(onMouseEvent, &userData);
     QSignalSpy moves(fixture.wnd.get(), &KESImageWnd::mouseMove);
 
     // At a scale of 3 a viewport pixel lands between image pixels.
-    const QPoint at = ViewInput::viewportPos(fixture.view(), QPointF(50, 50)) + QPoint(1, 2);
+    const QPoint at = Kit::viewportPos(fixture.view(), QPointF(50, 50)) + QPoint(1, 2);
     const QPointF sceneAt = fixture.view()->mapToScene(at);
     QVERIFY(double(float(sceneAt.x())) != sceneAt.x() || double(float(sceneAt.y())) != sceneAt.y());
-    ViewInput::moveToViewport(fixture.view(), at);
+    Kit::moveToViewport(fixture.view(), at);
 
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(m_mouse.windowID, reinterpret_cast<long long>(fixture.window()));
@@ -642,7 +624,7 @@ void EventRelayTest::moveCallbackGetsWindowAddressAndFloatCoordinates()
 
     // A null function removes the registration.
     relay->RegisterMouseMoveEvent(nullptr, nullptr);
-    ViewInput::moveToViewport(fixture.view(), at + QPoint(1, 1));
+    Kit::moveToViewport(fixture.view(), at + QPoint(1, 1));
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(moves.count(), 2);
 }
@@ -652,17 +634,16 @@ void EventRelayTest::moveCallbackIsSilentWithoutPicture()
     EmbeddedWindow fixture;
     EventThread* relay = fixture.scene()->GetEventThread();
     relay->RegisterMouseMoveEvent(onMouseEvent, nullptr);
-    ViewInput::moveToViewport(fixture.view(), QPoint(30, 30));
+    Kit::moveToViewport(fixture.view(), QPoint(30, 30));
     QCOMPARE(m_mouse.calls, 0);
     QCOMPARE(relay->eventKind(), int(EventThread::EV_NONE));
 
     // So is a cleared VorImage background.
-    VorImage picture = colourPicture(100, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    ViewInput::moveToViewport(fixture.view(), QPoint(31, 31));
+    QCOMPARE(fixture.setPicture(colourPicture(100, 100, 1, 2, 3)), 0L);
+    Kit::moveToViewport(fixture.view(), QPoint(31, 31));
     QCOMPARE(m_mouse.calls, 1);
     QCOMPARE(fixture.wnd->clearBackground(), 0L);
-    ViewInput::moveToViewport(fixture.view(), QPoint(32, 32));
+    Kit::moveToViewport(fixture.view(), QPoint(32, 32));
     QCOMPARE(m_mouse.calls, 1);
 }
 
@@ -752,8 +733,7 @@ void EventRelayTest::zoomCommandsStepThroughTheSharedFloat()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(200, 100, 1, 2, 3)), 0L);
 
     QCOMPARE(fixture.wnd->zoomReset(), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_ORG);
@@ -791,9 +771,7 @@ void EventRelayTest::zoomFitUsesTheFitOfThePicture()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(4.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 4.0), 0L);
     QCOMPARE(fixture.wnd->zoomIn(), 0L);
 
     // 640 x 480: the view is 640 x 410, its size 621 x 391; the width decides.
@@ -814,9 +792,7 @@ void EventRelayTest::zoomFitUsesTheFitOfThePicture()
 void EventRelayTest::zoomIsDoneWhenTheHostHearsTheClick()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 2.0), 0L);
     double heardScale = 0.0;
     int heardKind = 0;
     int heardButton = -1;
@@ -841,9 +817,7 @@ void EventRelayTest::zoomOutBelowMinimumIsRefusedByTheView()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(0.035), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 0.035), 0L);
     QCOMPARE(fixture.wnd->zoomOut(), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_OUT);
     QCOMPARE(fixture.scene()->getScale(), double(0.035f));
@@ -855,9 +829,7 @@ void EventRelayTest::zoomOutBelowMinimumIsRefusedByTheView()
 void EventRelayTest::zoomInHasNoUpperLimit()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(20, 10, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(1000.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(20, 10, 1, 2, 3), 1000.0), 0L);
     QCOMPARE(fixture.wnd->zoomIn(), 0L);
     QCOMPARE(fixture.scene()->getScale(), 1250.0);
 }
@@ -887,9 +859,7 @@ void EventRelayTest::relayZoomOutsideOneToFourDoesNothing()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 2.0), 0L);
     EventThread* relay = fixture.scene()->GetEventThread();
     emit relay->Zoom(0);
     emit relay->Zoom(5);
@@ -911,9 +881,7 @@ void EventRelayTest::relayZoomOutsideOneToFourDoesNothing()
 void EventRelayTest::viewZoomSignalsRunTheCommands()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(200, 100, 1, 2, 3), 2.0), 0L);
     SignalLog log(fixture.wnd.get());
     ImageCtrlView* view = fixture.view();
     emit view->ZoomInPushButtonClicked(false);

@@ -12,7 +12,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "statusbar.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QGenericArgument>
 #include <QMetaMethod>
@@ -26,18 +26,6 @@
 #include <vector>
 
 namespace {
-
-VorImage colourPicture(int width, int height, int red, int green, int blue)
-{
-    return VorImage(cv::Mat(height, width, CV_8UC3, cv::Scalar(blue, green, red)));
-}
-
-QImage qtPicture(int width, int height, QRgb colour)
-{
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(colour);
-    return image;
-}
 
 ImageLayer* layerOf(KESImageWnd& wnd)
 {
@@ -177,6 +165,9 @@ private:
 
 } // namespace
 
+using Kit::colourPicture;
+using Kit::qtPicture;
+
 class FacadeLifecycleTest : public QObject
 {
     Q_OBJECT
@@ -248,9 +239,7 @@ void FacadeLifecycleTest::init()
 
 void FacadeLifecycleTest::createFromParentFillsTheParentAndShowsAChild()
 {
-    QWidget host;
-    host.resize(520, 410);
-    host.show();
+    Kit::HostWidget host(QSize(520, 410));
     KESImageWnd wnd;
     QCOMPARE(wnd.mainWindow(), static_cast<CMainWindow*>(nullptr));
 
@@ -268,9 +257,7 @@ void FacadeLifecycleTest::createFromParentFillsTheParentAndShowsAChild()
 
 void FacadeLifecycleTest::createWithBoundsUsesParentCoordinates()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
+    Kit::HostWidget host(QSize(640, 480));
     KESImageWnd wnd;
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 10, 20, 310, 220), 0L);
     QCOMPARE(wnd.mainWindow()->geometry(), QRect(10, 20, 300, 200));
@@ -325,12 +312,8 @@ void FacadeLifecycleTest::createHandsTheWindowAddressToTheRelay()
 
 void FacadeLifecycleTest::secondCreateIsRefusedAndKeepsParentAndBounds()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
-    QWidget other;
-    other.resize(200, 100);
-    other.show();
+    Kit::HostWidget host(QSize(640, 480));
+    Kit::HostWidget other(QSize(200, 100));
     KESImageWnd wnd;
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 10, 20, 310, 220), 0L);
     QPointer<CMainWindow> first = wnd.mainWindow();
@@ -377,9 +360,7 @@ void FacadeLifecycleTest::createWithBoundsAndNoParentMakesTopLevelWindow()
 
 void FacadeLifecycleTest::createShowsTheWindowLastAndStoresItOnlyThen()
 {
-    QWidget host;
-    host.resize(400, 300);
-    host.show();
+    Kit::HostWidget host(QSize(400, 300));
     KESImageWnd wnd;
     ShowProbe probe(&wnd);
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 1, 2, 201, 102), 0L);
@@ -424,9 +405,7 @@ void FacadeLifecycleTest::destroyedConnectionOfTheWindowIsCutByItsDestructor()
 
 void FacadeLifecycleTest::destoryDeletesTheWindowAndLeavesTheHostAlone()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
+    Kit::HostWidget host(QSize(640, 480));
     const QRect hostGeometry = host.geometry();
     const int hostChildren = host.children().size();
     KESImageWnd wnd;
@@ -457,9 +436,7 @@ void FacadeLifecycleTest::destoryDeletesTheWindowAndLeavesTheHostAlone()
 
 void FacadeLifecycleTest::createDestoryCreateWorksAndHostConnectionsDoNotSurvive()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
+    Kit::HostWidget host(QSize(640, 480));
     KESImageWnd wnd;
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host)), 0L);
 
@@ -481,8 +458,8 @@ void FacadeLifecycleTest::createDestoryCreateWorksAndHostConnectionsDoNotSurvive
     QCOMPARE(newButtons.count(), 1);
     QCOMPARE(newButtons.at(0).at(0).value<long>(), long(ButtonToolbar::PB_ZOOM_ORG));
     ImageCtrlView* view = wnd.mainWindow()->GetImageCtrlView();
-    ViewInput::pressAt(view, QPointF(3, 4));
-    ViewInput::releaseAt(view, QPointF(3, 4));
+    Kit::pressAt(view, QPointF(3, 4));
+    Kit::releaseAt(view, QPointF(3, 4));
     QCOMPARE(newClicks.count(), 1);
 
     // ... the host's own are gone.
@@ -511,9 +488,7 @@ void FacadeLifecycleTest::destoryWithoutWindowReturnsMinusOneAndCutsConnections(
 
 void FacadeLifecycleTest::destoryDropsTheFacadeParent()
 {
-    QWidget host;
-    host.resize(300, 200);
-    host.show();
+    Kit::HostWidget host(QSize(300, 200));
     QObject owner;
     auto* wnd = new KESImageWnd(&owner);
     QCOMPARE(wnd->parent(), &owner);
@@ -526,9 +501,7 @@ void FacadeLifecycleTest::destoryDropsTheFacadeParent()
 
 void FacadeLifecycleTest::deletingTheFacadeDeletesTheWindow()
 {
-    QWidget host;
-    host.resize(300, 200);
-    host.show();
+    Kit::HostWidget host(QSize(300, 200));
     QObject owner;
     auto* wnd = new KESImageWnd(&owner);
     QCOMPARE(wnd->create(reinterpret_cast<qlonglong>(&host)), 0L);
@@ -566,9 +539,7 @@ void FacadeLifecycleTest::toDestroyRemovesFurnitureOnceAndTwiceIsHarmless()
 
 void FacadeLifecycleTest::scaleAndIdCounterOutliveDestory()
 {
-    QWidget host;
-    host.resize(400, 300);
-    host.show();
+    Kit::HostWidget host(QSize(400, 300));
     KESImageWnd wnd;
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host)), 0L);
     QCOMPARE(wnd.zoom(2.0), 0L);
@@ -586,12 +557,8 @@ void FacadeLifecycleTest::scaleAndIdCounterOutliveDestory()
 
 void FacadeLifecycleTest::setParentWndMovesAndFillsTheNewParent()
 {
-    QWidget host;
-    host.resize(640, 480);
-    host.show();
-    QWidget other;
-    other.resize(300, 200);
-    other.show();
+    Kit::HostWidget host(QSize(640, 480));
+    Kit::HostWidget other(QSize(300, 200));
     KESImageWnd wnd;
     QCOMPARE(wnd.setParentWnd(reinterpret_cast<qlonglong>(&other)), -1L);
     QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 5, 5, 105, 105), 0L);
@@ -725,8 +692,7 @@ void FacadeLifecycleTest::emptyQImageIsRefusedAndLeavesThePicture()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    QImage picture = qtPicture(8, 6, qRgb(200, 10, 20));
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(qtPicture(8, 6, qRgb(200, 10, 20))), 0L);
     QVERIFY(!layer->isVorImg());
 
     QImage empty;
@@ -739,8 +705,7 @@ void FacadeLifecycleTest::emptyQImageIsRefusedAndLeavesThePicture()
     QCOMPARE(fixture.view()->imageRect(), QRect(0, 0, 8, 6));
 
     // A refused QImage does not change the mode of a VorImage window either.
-    VorImage vorPicture = colourPicture(5, 5, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(vorPicture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(5, 5, 1, 2, 3)), 0L);
     QVERIFY(layer->isVorImg());
     QCOMPARE(fixture.wnd->setBackground(empty), -1L);
     QVERIFY(layer->isVorImg());
@@ -752,8 +717,7 @@ void FacadeLifecycleTest::onePixelQImageIsAccepted()
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
     QVERIFY(layer->isVorImg());
-    QImage onePixel = qtPicture(1, 1, qRgb(9, 8, 7));
-    QCOMPARE(fixture.wnd->setBackground(onePixel), 0L);
+    QCOMPARE(fixture.setPicture(qtPicture(1, 1, qRgb(9, 8, 7))), 0L);
     QVERIFY(!layer->isVorImg());
     QCOMPARE(layer->GetQImage()->size(), QSize(1, 1));
     QCOMPARE(layer->GetQImage()->pixel(0, 0), qRgb(9, 8, 7));
@@ -769,8 +733,7 @@ void FacadeLifecycleTest::emptyVorImageIsRefusedAndLeavesThePicture()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    QImage picture = qtPicture(8, 6, qRgb(200, 10, 20));
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(qtPicture(8, 6, qRgb(200, 10, 20))), 0L);
 
     VorImage empty;
     QCOMPARE(fixture.wnd->setBackground(empty), -1L);
@@ -783,8 +746,7 @@ void FacadeLifecycleTest::vorImageBackgroundIsStoredAndShown()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage picture = colourPicture(30, 20, 11, 22, 33);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(30, 20, 11, 22, 33)), 0L);
     QVERIFY(layer->isVorImg());
     QVERIFY(fixture.window()->isVorImg());
     QVERIFY(layer->GetVorImage());
@@ -819,8 +781,7 @@ void FacadeLifecycleTest::getBackgroundCopiesWhatIsShown()
     // Only a QImage has been given: there is no VorImage to hand back.
     QCOMPARE(fixture.wnd->getBackground(&vOut), -1L);
 
-    VorImage vorPicture = colourPicture(12, 7, 40, 50, 60);
-    QCOMPARE(fixture.wnd->setBackground(vorPicture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(12, 7, 40, 50, 60)), 0L);
     QCOMPARE(fixture.wnd->getBackground(&vOut), 0L);
     QCOMPARE(vOut.Width(), 12);
     QCOMPARE(vOut.Height(), 7);
@@ -838,8 +799,7 @@ void FacadeLifecycleTest::clearBackgroundLeavesOnePixelAndNoVorImage()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage vorPicture = colourPicture(12, 7, 40, 50, 60);
-    QCOMPARE(fixture.wnd->setBackground(vorPicture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(12, 7, 40, 50, 60)), 0L);
     QCOMPARE(fixture.wnd->clearBackground(), 0L);
     QCOMPARE(layer->GetVorImage(), static_cast<VorImage*>(nullptr));
     QCOMPARE(layer->GetQImage()->size(), QSize(1, 1));
@@ -857,8 +817,7 @@ void FacadeLifecycleTest::windowBackgroundSlotsReachTheLayer()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    QImage picture = qtPicture(8, 6, qRgb(1, 1, 1));
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(qtPicture(8, 6, qRgb(1, 1, 1))), 0L);
     QVERIFY(!layer->isVorImg());
 
     // The integer is taken as the VorImage's address; the mode is not touched.
@@ -895,8 +854,7 @@ void FacadeLifecycleTest::repaintWndTakesOverTheQueuedPicture()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage first = colourPicture(12, 7, 40, 50, 60);
-    QCOMPARE(fixture.wnd->setBackground(first), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(12, 7, 40, 50, 60)), 0L);
     VorImage second = colourPicture(20, 10, 1, 2, 3);
     QVERIFY(layer->LoadVorImage(&second));
     QCOMPARE(layer->pendingCount(), 1);
@@ -957,8 +915,7 @@ void FacadeLifecycleTest::zoomLeavesTheZoomModelAlone()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage picture = colourPicture(50, 40, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(50, 40, 1, 2, 3)), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_FIT);
     QCOMPARE(fixture.wnd->zoom(2.0), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_FIT);
@@ -1097,9 +1054,7 @@ void FacadeLifecycleTest::viewAssemblyGivesGreyBrushAndLayers()
 void FacadeLifecycleTest::viewPaintsGreyAroundThePicture()
 {
     EmbeddedWindow fixture;
-    VorImage picture = colourPicture(40, 30, 200, 100, 50);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(colourPicture(40, 30, 200, 100, 50), 2.0), 0L);
     ImageCtrlView* view = fixture.view();
     const QImage shot = view->viewport()->grab().toImage();
     QCOMPARE(QColor(shot.pixel(view->mapFromScene(QPointF(20, 15)))), QColor(200, 100, 50));
@@ -1111,8 +1066,7 @@ void FacadeLifecycleTest::resizeRefitsVorImageWhateverTheZoomModel()
 {
     EmbeddedWindow fixture;
     ImageLayer* layer = layerOf(*fixture.wnd);
-    VorImage picture = colourPicture(200, 100, 1, 2, 3);
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
+    QCOMPARE(fixture.setPicture(colourPicture(200, 100, 1, 2, 3)), 0L);
     QCOMPARE(fixture.wnd->zoomIn(), 0L);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_IN);
     QCOMPARE(fixture.wnd->zoom(7.0), 0L);
@@ -1144,9 +1098,7 @@ void FacadeLifecycleTest::resizeRefitsVorImageWhateverTheZoomModel()
 void FacadeLifecycleTest::resizeKeepsScaleWithOnlyQImageBackgrounds()
 {
     EmbeddedWindow fixture;
-    QImage picture = qtPicture(200, 100, qRgb(1, 2, 3));
-    QCOMPARE(fixture.wnd->setBackground(picture), 0L);
-    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    QCOMPARE(fixture.showPicture(qtPicture(200, 100, qRgb(1, 2, 3)), 2.0), 0L);
     QCOMPARE(fixture.wnd->move(0, 0, 500, 400), 0L);
     double width = 0.0;
     double height = 0.0;

@@ -12,12 +12,10 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 
-#include "standaloneview.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QElapsedTimer>
 #include <QGraphicsRectItem>
-#include "viewportgrab.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -47,7 +45,7 @@ QJsonObject gridObject(ImageCtrlView* view)
 
 QImage grab(ImageCtrlView* view)
 {
-    return grabViewportArgb(view);
+    return Kit::grabViewport(view);
 }
 
 std::unique_ptr<StandaloneView> makeView(QSize viewport)
@@ -73,16 +71,6 @@ bool rowIs(const QImage& image, int y, QRgb colour)
     return true;
 }
 
-int countColour(const QImage& image, QRgb colour)
-{
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if (image.pixel(x, y) == colour)
-                ++count;
-    return count;
-}
-
 // The columns whose every pixel has the colour, and likewise the rows.
 QList<int> fullColumns(const QImage& image, QRgb colour)
 {
@@ -103,6 +91,8 @@ QList<int> fullRows(const QImage& image, QRgb colour)
 }
 
 } // namespace
+
+using Kit::countColour;
 
 class tst_GridLine : public QObject
 {
@@ -281,10 +271,10 @@ void tst_GridLine::nonObjectTextChangesNothingAndDoesNotRepaint()
     v->view->setGridLineInfo("{\"gap\":13}");
     const QString before = gridText(v->view);
     grab(v->view);
-    QTest::qWait(20);
-    PaintCounter counter(v->view->viewport());
+    Kit::flushPaints();
+    Kit::PaintCounter counter(v->view->viewport());
     v->view->setGridLineInfo(text);
-    QTest::qWait(50);
+    Kit::letQueuedCallsRun();
     QCOMPARE(counter.paints, 0);
     QCOMPARE(gridText(v->view), before);
 }
@@ -293,8 +283,8 @@ void tst_GridLine::objectTextRepaints()
 {
     auto v = makeView(QSize(100, 50));
     grab(v->view);
-    QTest::qWait(20);
-    PaintCounter counter(v->view->viewport());
+    Kit::flushPaints();
+    Kit::PaintCounter counter(v->view->viewport());
     v->view->setGridLineInfo("{}");
     QTRY_VERIFY(counter.paints > 0);
 }

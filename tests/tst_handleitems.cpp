@@ -3,8 +3,7 @@
 #include "Rect1HandleItem.h"
 #include "Rect2HandleItem.h"
 
-#include "bluepixels.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QGraphicsSceneHoverEvent>
 #include <QPaintDevice>
@@ -184,19 +183,12 @@ QMap<int, QRectF> handlesAt(const QVector<QPointF>& centres, double side = 6.0)
     return handles;
 }
 
-QPainterPath pathOf(const QMap<int, QRectF>& handles)
-{
-    QPainterPath path;
-    for (int key = 0; key < handles.size(); ++key)
-        path.addRect(handles.value(key));
-    return path;
-}
 
 // As a shape's ShowHandle leaves it: map and path from the same handles.
 void showHandles(QGraphicsPathItem* item, ItemKind kind, const QMap<int, QRectF>& handles)
 {
     setMap(item, kind, handles);
-    item->setPath(pathOf(handles));
+    item->setPath(Kit::pathOfRects(handles));
 }
 
 // The eight handles of a rectangle from (100, 100) to (200, 160), keys 0 to 7,
@@ -374,7 +366,7 @@ void tst_HandleItems::showZoomed(double zoom, const QPointF& centre)
 
 void tst_HandleItems::hoverViaView(const QPointF& scenePos)
 {
-    ViewInput::moveTo(m_view, scenePos);
+    Kit::moveTo(m_view, scenePos);
 }
 
 void tst_HandleItems::constructionSetsHoverAcceptanceAndBrush_data()
@@ -444,7 +436,7 @@ void tst_HandleItems::handleIsSixDevicePixelsAtEveryZoom()
 
     // Handle rectangles as a shape makes them at this zoom: 6 scene units, or
     // 6 device pixels' worth when zoomed out.
-    const double side = 6.0 * qMax(1.0, 1.0 / zoom);
+    const double side = Kit::handleSideInScene(zoom);
     const QPointF first(100, 100);
     const QPointF second = first + QPointF(60.0 / zoom, 40.0 / zoom);
     const QMap<int, QRectF> handles = handlesAt({first, second}, side);
@@ -454,11 +446,11 @@ void tst_HandleItems::handleIsSixDevicePixelsAtEveryZoom()
     showHandles(item, kind, handles);
 
     showZoomed(zoom, first);
-    const QImage image = BluePixels::grabViewport(m_view);
+    const QImage image = Kit::grabViewport(m_view);
     for (const QPointF& centre : {first, second}) {
-        QVERIFY(BluePixels::mapsToWholePixel(m_view, centre));
+        QVERIFY(Kit::mapsToWholePixel(m_view, centre));
         const QPoint device = m_view->mapFromScene(centre);
-        const BluePixels::Blob blob = BluePixels::findColour(image, BluePixels::around(device, 15));
+        const Kit::Blob blob = Kit::findColour(image, Kit::around(device, 15));
         QCOMPARE(blob.count, 36);
         QCOMPARE(blob.bounds, QRect(device.x() - 3, device.y() - 3, 6, 6));
     }
@@ -466,28 +458,24 @@ void tst_HandleItems::handleIsSixDevicePixelsAtEveryZoom()
 
 void tst_HandleItems::plainPathItemHandleGrowsWithZoom_data()
 {
-    QTest::addColumn<double>("zoom");
-    QTest::addColumn<int>("side");
-    QTest::newRow("zoom 0.25") << 0.25 << 6;
-    QTest::newRow("zoom 1") << 1.0 << 6;
-    QTest::newRow("zoom 4") << 4.0 << 24;
+    Kit::addZoomRows();
 }
 
 // For comparison: a plain path item paints the same rectangles in scene units.
 void tst_HandleItems::plainPathItemHandleGrowsWithZoom()
 {
     QFETCH(double, zoom);
-    QFETCH(int, side);
-    const double sceneSide = 6.0 * qMax(1.0, 1.0 / zoom);
+    const int side = Kit::handleSideOnScreen(zoom);
+    const double sceneSide = Kit::handleSideInScene(zoom);
     const QPointF centre(100, 100);
-    auto* item = addToScene(new QGraphicsPathItem(pathOf(handlesAt({centre}, sceneSide))));
+    auto* item = addToScene(new QGraphicsPathItem(Kit::pathOfRects(handlesAt({centre}, sceneSide))));
     item->setPen(QPen(Qt::NoPen));
     item->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
 
     showZoomed(zoom, centre);
-    const QImage image = BluePixels::grabViewport(m_view);
+    const QImage image = Kit::grabViewport(m_view);
     const QPoint device = m_view->mapFromScene(centre);
-    const BluePixels::Blob blob = BluePixels::findColour(image, BluePixels::around(device, 30));
+    const Kit::Blob blob = Kit::findColour(image, Kit::around(device, 30));
     QCOMPARE(blob.count, side * side);
     QCOMPARE(blob.bounds, QRect(device.x() - side / 2, device.y() - side / 2, side, side));
 }
@@ -499,22 +487,22 @@ void tst_HandleItems::rotationHandleIsDisc()
     item->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
     showHandles(item, ItemKind::Rect2, handles);
     showZoomed(1.0, QPointF(150, 120));
-    const QImage image = BluePixels::grabViewport(m_view);
+    const QImage image = Kit::grabViewport(m_view);
 
-    QVERIFY(BluePixels::mapsToWholePixel(m_view, QPointF(150, 80)));
+    QVERIFY(Kit::mapsToWholePixel(m_view, QPointF(150, 80)));
     const QPoint disc = m_view->mapFromScene(QPointF(150, 80));
     // The corners of the disc's 6 by 6 square stay unfilled ...
     for (const QPoint& corner : {QPoint(-3, -3), QPoint(2, -3), QPoint(-3, 2), QPoint(2, 2)})
-        QVERIFY2(!BluePixels::isColour(image, disc.x() + corner.x(), disc.y() + corner.y()),
+        QVERIFY2(!Kit::isColour(image, disc.x() + corner.x(), disc.y() + corner.y()),
                  qPrintable(QString("corner %1,%2 is filled").arg(corner.x()).arg(corner.y())));
     // ... the 4 by 4 pixels well inside the circle are filled, and nothing of
     // it reaches past the square.
     for (int dy = -2; dy <= 1; ++dy) {
         for (int dx = -2; dx <= 1; ++dx)
-            QVERIFY2(BluePixels::isColour(image, disc.x() + dx, disc.y() + dy),
+            QVERIFY2(Kit::isColour(image, disc.x() + dx, disc.y() + dy),
                      qPrintable(QString("pixel %1,%2 is not filled").arg(dx).arg(dy)));
     }
-    const BluePixels::Blob blob = BluePixels::findColour(image, QRect(disc.x() - 6, disc.y() - 6, 12, 9));
+    const Kit::Blob blob = Kit::findColour(image, QRect(disc.x() - 6, disc.y() - 6, 12, 9));
     QVERIFY(blob.count < 36 - 4);
     QVERIFY(blob.count >= 16);
     QVERIFY(QRect(disc.x() - 3, disc.y() - 3, 6, 6).contains(blob.bounds));
@@ -522,7 +510,7 @@ void tst_HandleItems::rotationHandleIsDisc()
     // The squares around it stay squares.
     const QPoint topCentre = m_view->mapFromScene(QPointF(150, 100));
     for (const QPoint& corner : {QPoint(-3, -3), QPoint(2, -3), QPoint(-3, 2), QPoint(2, 2)})
-        QVERIFY(BluePixels::isColour(image, topCentre.x() + corner.x(), topCentre.y() + corner.y()));
+        QVERIFY(Kit::isColour(image, topCentre.x() + corner.x(), topCentre.y() + corner.y()));
 }
 
 void tst_HandleItems::connectingLineIsPaintedOnlyWithNineHandles()
@@ -535,9 +523,9 @@ void tst_HandleItems::connectingLineIsPaintedOnlyWithNineHandles()
     showHandles(eight, ItemKind::Rect2, handlesAt(rectangleCentres(false)));
     // The path alone reaches up to where a rotation handle would be; the
     // missing ninth entry means no line.
-    QPainterPath tall = pathOf(handlesAt(rectangleCentres(true)));
+    QPainterPath tall = Kit::pathOfRects(handlesAt(rectangleCentres(true)));
     eight->setPath(tall);
-    QImage image = BluePixels::grabViewport(m_view);
+    QImage image = Kit::grabViewport(m_view);
     const QPoint midway = m_view->mapFromScene(QPointF(150, 90));
     for (int dx = -2; dx <= 2; ++dx)
         QCOMPARE(image.pixel(midway.x() + dx, midway.y()), white);
@@ -547,7 +535,7 @@ void tst_HandleItems::connectingLineIsPaintedOnlyWithNineHandles()
     auto* nine = addToScene(new Rect2HandleItem(nullptr));
     nine->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
     showHandles(nine, ItemKind::Rect2, handlesAt(rectangleCentres(true)));
-    image = BluePixels::grabViewport(m_view);
+    image = Kit::grabViewport(m_view);
     int bluish = 0;
     for (int dx = -2; dx <= 2; ++dx) {
         const QColor pixel(image.pixel(midway.x() + dx, midway.y()));
@@ -716,7 +704,7 @@ void tst_HandleItems::connectingLineNeedsExactlyNineEntries()
     Rect2HandleItem item;
     item.setBrush(QBrush(Qt::blue, Qt::SolidPattern));
     item.setHandleMap(handlesAt(centres));
-    item.setPath(pathOf(handlesAt(rectangleCentres(true))));
+    item.setPath(Kit::pathOfRects(handlesAt(rectangleCentres(true))));
 
     RecordingDevice device;
     QPainter painter(&device);
@@ -843,7 +831,7 @@ void tst_HandleItems::hoverCursorFollowsHandleNumber()
     QMap<int, QRectF> handles = handlesAt(centres);
     QGraphicsPathItem* item = addToScene(makeItem(kind));
     item->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
-    QPainterPath path = pathOf(handles);
+    QPainterPath path = Kit::pathOfRects(handles);
     // A point of the item that lies on no handle, for the row without one.
     const QPointF offHandle(300, 250);
     path.addRect(QRectF(offHandle - QPointF(5, 5), QSizeF(10, 10)));
@@ -1075,7 +1063,7 @@ void checkInvisibleIgnoresHover(const QVector<QPointF>& centres, Qt::CursorShape
 {
     HoverCallable<Item> item;
     item.setHandleMap(handlesAt(centres));
-    item.setPath(pathOf(handlesAt(centres)));
+    item.setPath(Kit::pathOfRects(handlesAt(centres)));
     item.setCursor(Qt::WaitCursor);
     item.hide();
     QGraphicsSceneHoverEvent enter(QEvent::GraphicsSceneHoverEnter);
@@ -1197,17 +1185,17 @@ void tst_HandleItems::handlesShowOnlyWithMapAndPath()
     setMap(item, kind, handles);
     item->setPen(QPen(QColor(Qt::red), 0));
     item->setPath(QPainterPath());
-    QCOMPARE(BluePixels::findColour(BluePixels::grabViewport(m_view), everywhere).count, 0);
+    QCOMPARE(Kit::findColour(Kit::grabViewport(m_view), everywhere).count, 0);
     item->setCursor(Qt::WaitCursor);
     hoverViaView(centres[0]);
     QCOMPARE(item->cursor().shape(), Qt::WaitCursor);
     hoverViaView(kFarAway);
 
-    item->setPath(pathOf(handles));
-    QCOMPARE(BluePixels::findColour(BluePixels::grabViewport(m_view), everywhere).count, 36 * centres.size());
+    item->setPath(Kit::pathOfRects(handles));
+    QCOMPARE(Kit::findColour(Kit::grabViewport(m_view), everywhere).count, 36 * centres.size());
 
     setMap(item, kind, QMap<int, QRectF>());
-    QCOMPARE(BluePixels::findColour(BluePixels::grabViewport(m_view), everywhere).count, 0);
+    QCOMPARE(Kit::findColour(Kit::grabViewport(m_view), everywhere).count, 0);
 }
 
 QTEST_MAIN(tst_HandleItems)

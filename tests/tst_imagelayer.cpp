@@ -4,8 +4,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 
-#include "standaloneview.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QtTest>
 
@@ -194,12 +193,10 @@ void tst_ImageLayer::backgroundKindSetsVorImageFlag()
     EmbeddedWindow w;
     QCOMPARE(w.created, 0L);
     ImageLayer* layer = w.scene()->GetImageLayer();
-    QImage picture = colourPicture(20, 10);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(colourPicture(20, 10)), 0L);
     QVERIFY(!layer->isVorImg());
     QVERIFY(!w.window()->isVorImg());
-    VorImage grey = greyVorImage(20, 10, 3);
-    QCOMPARE(w.wnd->setBackground(grey), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(20, 10, 3)), 0L);
     QVERIFY(layer->isVorImg());
 
     layer->setIsVorImg(false);
@@ -427,8 +424,7 @@ void tst_ImageLayer::unsupportedChannelsShowOnlyGreyThroughWindow()
     QFETCH(int, model);
     EmbeddedWindow w;
     // First a real picture, so that a failure to replace it would show.
-    VorImage shown = greyVorImage(40, 30, 1);
-    QCOMPARE(w.wnd->setBackground(shown), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(40, 30, 1)), 0L);
     QVERIFY(!isOnlyGrey(grabViewport(w.view())));
 
     w.scene()->GetImageLayer()->SetZoomModel(VOR_ZOOM_MODEL(model));
@@ -909,8 +905,7 @@ void tst_ImageLayer::paintsPictureAtSceneCoordinates()
 {
     EmbeddedWindow w;
     const QImage picture = colourPicture(8, 6);
-    QImage copy = picture;
-    QCOMPARE(w.wnd->setBackground(copy), 0L);
+    QCOMPARE(w.setPicture(picture), 0L);
     const QImage grab = grabViewport(w.view());
     QCOMPARE(grab.size(), w.view()->viewport()->size());
     for (int y = 0; y < 6; ++y)
@@ -1076,9 +1071,7 @@ void tst_ImageLayer::refusedDisplayLeavesPictureOnShow()
 void tst_ImageLayer::resizeRefitsVorImageBackground()
 {
     EmbeddedWindow w;
-    VorImage grey = greyVorImage(100, 100, 1);
-    QCOMPARE(w.wnd->setBackground(grey), 0L);
-    QCOMPARE(w.wnd->zoom(3.0), 0L);
+    QCOMPARE(w.showPicture(greyVorImage(100, 100, 1), 3.0), 0L);
     QCOMPARE(w.scene()->getScale(), 3.0);
     // The view gets 500 by 340 (less tool bar and status bar).
     QCOMPARE(w.wnd->move(0, 0, 500, 410), 0L);
@@ -1093,9 +1086,7 @@ void tst_ImageLayer::resizeRefitsVorImageBackground()
 void tst_ImageLayer::resizeKeepsScaleOfQImageBackground()
 {
     EmbeddedWindow w;
-    QImage picture = colourPicture(100, 100);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
-    QCOMPARE(w.wnd->zoom(3.0), 0L);
+    QCOMPARE(w.showPicture(colourPicture(100, 100), 3.0), 0L);
     QCOMPARE(w.wnd->move(0, 0, 500, 410), 0L);
     QApplication::processEvents();
     QCOMPARE(w.view()->size(), QSize(500, 340));
@@ -1128,10 +1119,7 @@ void tst_ImageLayer::qImageToKesImagePacksIndexedRows()
 
 void tst_ImageLayer::qImageToKesImageKeepsFourBytesOfThirtyTwoBitFormats_data()
 {
-    QTest::addColumn<int>("format");
-    QTest::newRow("RGB32") << int(QImage::Format_RGB32);
-    QTest::newRow("ARGB32") << int(QImage::Format_ARGB32);
-    QTest::newRow("ARGB32 premultiplied") << int(QImage::Format_ARGB32_Premultiplied);
+    Kit::addFormatRows({QImage::Format_RGB32, QImage::Format_ARGB32, QImage::Format_ARGB32_Premultiplied});
 }
 
 void tst_ImageLayer::qImageToKesImageKeepsFourBytesOfThirtyTwoBitFormats()
@@ -1161,10 +1149,7 @@ void tst_ImageLayer::qImageToKesImageKeepsFourBytesOfThirtyTwoBitFormats()
 
 void tst_ImageLayer::qImageToKesImageLeavesOtherFormatsEmpty_data()
 {
-    QTest::addColumn<int>("format");
-    QTest::newRow("RGB888") << int(QImage::Format_RGB888);
-    QTest::newRow("Grayscale8") << int(QImage::Format_Grayscale8);
-    QTest::newRow("RGB16") << int(QImage::Format_RGB16);
+    Kit::addFormatRows({QImage::Format_RGB888, QImage::Format_Grayscale8, QImage::Format_RGB16});
 }
 
 void tst_ImageLayer::qImageToKesImageLeavesOtherFormatsEmpty()

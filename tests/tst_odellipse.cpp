@@ -5,6 +5,7 @@
 #include "odellipse.h"
 #include "Rect2HandleItem.h"
 #include "geometryhelpers.h"
+#include "testkit.h"
 
 #include <QGraphicsEllipseItem>
 #include <QGraphicsPathItem>
@@ -15,22 +16,11 @@
 
 #include <cmath>
 
+using Kit::near;
+using Kit::Params;
+using Kit::place;
+
 namespace {
-
-using Params = QVector<double>;
-
-// An ellipse shown from its reference, with handle rectangles made.
-void place(ODEllipse& shape, float x, float y, float rx, float ry, float angle)
-{
-    shape.SetEllipse(x, y, rx, ry, angle);
-    shape.ShowShape();
-    shape.UpdateHandles();
-}
-
-bool near(const QPointF& a, const QPointF& b, double tolerance = 1e-3)
-{
-    return std::abs(a.x() - b.x()) <= tolerance && std::abs(a.y() - b.y()) <= tolerance;
-}
 
 // The unturned positions of the nine handles of an ellipse.
 QVector<QPointF> unturnedHandlePoints(QPointF c, double rx, double ry, double s)
@@ -357,18 +347,15 @@ void tst_ODEllipse::handleDragOnATurnedEllipseWorksInItsOwnFrame()
 
 void tst_ODEllipse::handlesLieOnTheBoundingRectangle_data()
 {
-    QTest::addColumn<double>("scale");
-    QTest::newRow("zoom 1") << 1.0;
-    QTest::newRow("zoomed out") << 0.5;
-    QTest::newRow("zoomed in") << 4.0;
+    Kit::addZoomRows({1.0, 0.5, 4.0});
 }
 
 void tst_ODEllipse::handlesLieOnTheBoundingRectangle()
 {
-    QFETCH(double, scale);
+    QFETCH(double, zoom);
     QGraphicsScene scene;
     ODEllipse shape(&scene);
-    shape.SetScale(float(scale));
+    shape.SetScale(float(zoom));
     place(shape, 100, 100, 40, 20, 0);
     const double s = shape.handleScale();
     const QVector<QPointF> points = unturnedHandlePoints(QPointF(100, 100), 40, 20, s);

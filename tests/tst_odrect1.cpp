@@ -2,8 +2,7 @@
 #include "Rect1HandleItem.h"
 #include "ShapeLayer.h"
 
-#include "bluepixels.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QGraphicsPathItem>
 #include <QGraphicsRectItem>
@@ -127,35 +126,11 @@ QVector<Arrow> arrowsOf(const QPainterPath& path)
     return arrows;
 }
 
-Params paramsOf(const ODRect1& shape, bool* ok = nullptr, int* direction = nullptr, int* count = nullptr)
-{
-    double x1 = -1, y1 = -1, x2 = -1, y2 = -1;
-    int d = -1, c = -1;
-    const bool result = shape.GetParam(&x1, &y1, &x2, &y2, &d, &c);
-    if (ok)
-        *ok = result;
-    if (direction)
-        *direction = d;
-    if (count)
-        *count = c;
-    return result ? Params{x1, y1, x2, y2} : Params{};
-}
-
-// Left, top, right, bottom of a rectangle, which keeps them even when crossed.
-Params edgesOf(const QRectF& r)
-{
-    return {r.left(), r.top(), r.right(), r.bottom()};
-}
-
-QPainterPath pathOfRects(const QMap<int, QRectF>& handles)
-{
-    QPainterPath path;
-    for (int key = 0; key < handles.size(); ++key)
-        path.addRect(handles.value(key));
-    return path;
-}
-
 } // namespace
+
+using Kit::edgesOf;
+using Kit::paramsOf;
+using Kit::pathOfRects;
 
 Q_DECLARE_METATYPE(Params)
 
@@ -571,20 +546,16 @@ void tst_ODRect1::moveShapeKeepsCrossedReferenceCrossed()
 
 void tst_ODRect1::handlesSitAtCornersAndEdgeCentres_data()
 {
-    QTest::addColumn<float>("scale");
-    QTest::addColumn<double>("side");
-    QTest::newRow("scale 1") << 1.0f << 6.0;
-    QTest::newRow("scale 4") << 4.0f << 6.0;
-    QTest::newRow("scale 0.25") << 0.25f << 24.0;
+    Kit::addZoomRows({1.0, 4.0, 0.25});
 }
 
 void tst_ODRect1::handlesSitAtCornersAndEdgeCentres()
 {
-    QFETCH(float, scale);
-    QFETCH(double, side);
+    QFETCH(double, zoom);
+    const double side = Kit::handleSideInScene(zoom);
     QGraphicsScene scene;
     ODRect1 shape(&scene);
-    shape.SetScale(scale);
+    shape.SetScale(float(zoom));
     shape.SetRect(0, 0, 100, 60);
     shape.ShowShape();
     shape.UpdateHandles();
@@ -1069,14 +1040,13 @@ void tst_ODRect1::selectedRectangleShowsFixedSizeHandlesAtZoomFour()
     QVERIFY(shape->isVisiblehandleMark());
     QCOMPARE(shape->handles().value(0).width(), 6.0);
 
-    const QImage image = BluePixels::grabViewport(view);
-    QVERIFY(image.save("/tmp/rect-handles.png"));
+    const QImage image = Kit::grabViewport(view);
     const QPointF centres[8] = {QPointF(20, 20), QPointF(40, 20), QPointF(60, 20), QPointF(60, 32.5),
                                 QPointF(60, 45), QPointF(40, 45), QPointF(20, 45), QPointF(20, 32.5)};
     for (const QPointF& centre : centres) {
-        QVERIFY(BluePixels::mapsToWholePixel(view, centre));
+        QVERIFY(Kit::mapsToWholePixel(view, centre));
         const QPoint device = view->mapFromScene(centre);
-        const BluePixels::Blob blob = BluePixels::findColour(image, BluePixels::around(device, 20));
+        const Kit::Blob blob = Kit::findColour(image, Kit::around(device, 20));
         QCOMPARE(blob.count, 36);
         QCOMPARE(blob.bounds, QRect(device.x() - 3, device.y() - 3, 6, 6));
     }

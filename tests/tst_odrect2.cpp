@@ -6,6 +6,7 @@
 #include "Rect2HandleItem.h"
 #include "geometryhelpers.h"
 #include "searchline.h"
+#include "testkit.h"
 
 #include <QGraphicsPathItem>
 #include <QGraphicsRectItem>
@@ -15,40 +16,11 @@
 
 #include <cmath>
 
-namespace {
-
-using Params = QVector<double>;
-
-bool near(const QPointF& a, const QPointF& b, double tolerance = 1e-3)
-{
-    return std::abs(a.x() - b.x()) <= tolerance && std::abs(a.y() - b.y()) <= tolerance;
-}
-
-QString text(const QPointF& p)
-{
-    return QString("(%1, %2)").arg(p.x(), 0, 'g', 17).arg(p.y(), 0, 'g', 17);
-}
-
-// A rectangle as the shape operator sets one up.
-void place(ODRect2& shape, double x, double y, double w, double h, double angle)
-{
-    shape.SetRect(x, y, w, h);
-    shape.SetRoateAngle(angle);
-    shape.UpdateRotateCenter();
-    shape.ShowShape();
-    shape.UpdateHandles();
-}
-
-Params paramsOf(const ODRect2& shape)
-{
-    double x = 0, y = 0, w = 0, h = 0, a = 0;
-    int d = 0, c = 0;
-    if (!shape.GetParam(&x, &y, &w, &h, &a, &d, &c))
-        return {};
-    return {x, y, w, h, a};
-}
-
-} // namespace
+using Kit::near;
+using Kit::Params;
+using Kit::paramsOf;
+using Kit::place;
+using Kit::text;
 
 class tst_ODRect2 : public QObject
 {
@@ -145,20 +117,16 @@ void tst_ODRect2::getParamGivesTheSameInBothForms()
 
 void tst_ODRect2::handlesOfARectangleTurnedBy90_data()
 {
-    QTest::addColumn<float>("scale");
-    QTest::addColumn<double>("s");
-    QTest::newRow("zoom 1") << 1.0f << 1.0;
-    QTest::newRow("zoomed in") << 4.0f << 1.0;
-    QTest::newRow("zoomed out") << 0.5f << 2.0;
+    Kit::addZoomRows({1.0, 4.0, 0.5});
 }
 
 void tst_ODRect2::handlesOfARectangleTurnedBy90()
 {
-    QFETCH(float, scale);
-    QFETCH(double, s);
+    QFETCH(double, zoom);
+    const double s = Kit::handleScale(zoom);
     QGraphicsScene scene;
     ODRect2 shape(&scene);
-    shape.SetScale(scale);
+    shape.SetScale(float(zoom));
     place(shape, 100, 100, 40, 20, 90);
 
     // Turned a quarter counter-clockwise on the screen about (100, 100).

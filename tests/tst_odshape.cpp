@@ -3,8 +3,7 @@
 #include "Rect1HandleItem.h"
 #include "ShapeLayer.h"
 
-#include "bluepixels.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QGraphicsPathItem>
 #include <QGraphicsRectItem>
@@ -67,15 +66,9 @@ QSet<QGraphicsItem*> itemSet(QGraphicsScene& scene)
     return QSet<QGraphicsItem*>(items.begin(), items.end());
 }
 
-QPainterPath pathOfRects(const QMap<int, QRectF>& handles)
-{
-    QPainterPath path;
-    for (int key = 0; key < handles.size(); ++key)
-        path.addRect(handles.value(key));
-    return path;
-}
-
 } // namespace
+
+using Kit::pathOfRects;
 
 // The shape base: process-wide ids, the defaults of a new shape, the size of
 // handles at different view scales, the working pen, the base handle display
@@ -290,13 +283,11 @@ void tst_ODShape::makeElpHandleIsSixHandleUnitsCentredOnPoint()
     QCOMPARE(handle.center(), point);
 }
 
+// Zoom 4: 6 units are 24 pixels; zoom 1: 6 units are 6 pixels; zoom 0.25: 24
+// units are 6 pixels.
 void tst_ODShape::plainHandleItemGrowsWithZoom_data()
 {
-    QTest::addColumn<double>("zoom");
-    QTest::addColumn<int>("expectedSide");
-    QTest::newRow("zoom 4: 6 units are 24 pixels") << 4.0 << 24;
-    QTest::newRow("zoom 1: 6 units are 6 pixels") << 1.0 << 6;
-    QTest::newRow("zoom 0.25: 24 units are 6 pixels") << 0.25 << 6;
+    Kit::addZoomRows({4.0, 1.0, 0.25});
 }
 
 // A handle item made by addPath paints the handle rectangle as it stands in
@@ -304,7 +295,7 @@ void tst_ODShape::plainHandleItemGrowsWithZoom_data()
 void tst_ODShape::plainHandleItemGrowsWithZoom()
 {
     QFETCH(double, zoom);
-    QFETCH(int, expectedSide);
+    const int expectedSide = Kit::handleSideOnScreen(zoom);
 
     EmbeddedWindow embedded;
     QCOMPARE(embedded.created, 0L);
@@ -327,10 +318,10 @@ void tst_ODShape::plainHandleItemGrowsWithZoom()
 
     view->Zoom(zoom);
     view->centerOn(centre);
-    QVERIFY(BluePixels::mapsToWholePixel(view, centre));
-    const QImage image = BluePixels::grabViewport(view);
+    QVERIFY(Kit::mapsToWholePixel(view, centre));
+    const QImage image = Kit::grabViewport(view);
     const QPoint device = view->mapFromScene(centre);
-    const BluePixels::Blob blob = BluePixels::findColour(image, BluePixels::around(device, 40));
+    const Kit::Blob blob = Kit::findColour(image, Kit::around(device, 40));
     QCOMPARE(blob.bounds.width(), expectedSide);
     QCOMPARE(blob.bounds.height(), expectedSide);
     QCOMPARE(blob.count, expectedSide * expectedSide);

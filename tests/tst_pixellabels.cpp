@@ -4,8 +4,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 
-#include "standaloneview.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QtTest>
 
@@ -454,12 +453,8 @@ void tst_PixelLabels::rgb32LabelShowsMemoryOrderBytes()
 
 void tst_PixelLabels::otherFormatsGetNoCell_data()
 {
-    QTest::addColumn<int>("format");
-    QTest::newRow("ARGB32 premultiplied") << int(QImage::Format_ARGB32_Premultiplied);
-    QTest::newRow("Grayscale8") << int(QImage::Format_Grayscale8);
-    QTest::newRow("RGB16") << int(QImage::Format_RGB16);
-    QTest::newRow("RGBA8888") << int(QImage::Format_RGBA8888);
-    QTest::newRow("BGR888") << int(QImage::Format_BGR888);
+    Kit::addFormatRows({QImage::Format_ARGB32_Premultiplied, QImage::Format_Grayscale8, QImage::Format_RGB16,
+                        QImage::Format_RGBA8888, QImage::Format_BGR888});
 }
 
 void tst_PixelLabels::otherFormatsGetNoCell()
@@ -674,7 +669,7 @@ void tst_PixelLabels::wheelZoomPassesOneHundredAtAScaleThatDependsOnTheStart()
         QCOMPARE(v.view->Zoom(start.scale), 0L);
         double expected = start.scale;
         for (int step = 0; step < start.stepsBelow; ++step) {
-            ViewInput::wheelAtViewport(v.view, cursor, 120);
+            Kit::wheelAtViewport(v.view, cursor, 120);
             expected *= 1.25;
         }
         QCOMPARE(v.scene()->getScale(), expected);
@@ -682,7 +677,7 @@ void tst_PixelLabels::wheelZoomPassesOneHundredAtAScaleThatDependsOnTheStart()
         QScopedPointer<TextRecorder> rec(renderViewport(v.view));
         QCOMPARE(rec->lines.size(), 0);
 
-        ViewInput::wheelAtViewport(v.view, cursor, 120);
+        Kit::wheelAtViewport(v.view, cursor, 120);
         expected *= 1.25;
         QCOMPARE(v.scene()->getScale(), expected);
         QVERIFY(v.scene()->getScale() > 100.0);
@@ -875,6 +870,7 @@ void tst_PixelLabels::emptyPictureInViewGivesNoLabel()
 
 void tst_PixelLabels::labelsPaintOnTopOfPicture()
 {
+    KIT_REQUIRE_FONTS();
     StandaloneView v;
     QImage white(6, 6, QImage::Format_RGB888);
     white.fill(Qt::white);
@@ -937,6 +933,7 @@ void tst_PixelLabels::labelsVanishOnBlackPixels()
 
 void tst_PixelLabels::windowShowsLabelsFromScaleOneHundred()
 {
+    KIT_REQUIRE_FONTS();
     EmbeddedWindow w;
     cv::Mat mat(8, 8, CV_8UC1, cv::Scalar(255));
     VorImage white(mat);

@@ -9,7 +9,7 @@
 #include "MainWindow.h"
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QThread>
 
@@ -135,11 +135,7 @@ private:
     int m_calls;
 };
 
-QRgb viewportColourAt(ImageCtrlView* view, const QPointF& scenePos)
-{
-    const QImage shot = view->viewport()->grab().toImage();
-    return QColor(shot.pixel(view->mapFromScene(scenePos))).rgb();
-}
+using Kit::viewportColourAt;
 
 } // namespace
 
@@ -205,9 +201,9 @@ void RepaintWorkerTest::repaintWaitsWhileTheWindowThreadIsBusy()
 
     RepaintWorker worker(fixture.wnd.get(), layer, nullptr);
     worker.start();
-    // The window's thread does not run its loop for a while: the worker waits
-    // and the picture stays queued.
-    QThread::msleep(150);
+    // The window's thread does not run its loop while it waits for the
+    // worker: the worker cannot finish, and the picture stays queued.
+    QVERIFY(!worker.wait(150));
     QVERIFY(!worker.done);
     QCOMPARE(layer->pendingCount(), 1);
 

@@ -1,7 +1,7 @@
 // The scene's drawing settings, draw mode and overlay flags, its shape layer
 // list, the unused point helper and the region background pixmap.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "ImageLayer.h"
 #include "ShapeLayer.h"
@@ -14,7 +14,7 @@
 
 #include <cmath>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 class tst_SceneSettings : public QObject
 {

@@ -2,7 +2,7 @@
 // dragging its handles, and what the host hears at the release; also the menu
 // of shapes that the tool keeps for hosts that call it.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "MainWindow.h"
 #include "Rect1HandleItem.h"
@@ -15,7 +15,7 @@
 #include <QTest>
 #include <QTimer>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 Q_DECLARE_METATYPE(ODShape*)
 
@@ -139,16 +139,16 @@ void tst_SelectTool::clickSelectsShapeAndShowsItsHandles()
 
     w.press(QPointF(70, 60));
     QVERIFY(tool->currentShape() == a);
-    QCOMPARE(tool->dragState(), 2);
-    QCOMPARE(tool->selectMode(), 1);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::PressedBody);
+    QCOMPARE(Kit::selectMode(tool), ODSelectTool::SelectMoveBody);
     QCOMPARE(tool->handleIndex(), 1);
     QCOMPARE(tool->pressPoint(), QPointF(70, 60));
     QVERIFY(log.shapeEvents().isEmpty());
 
     w.release(QPointF(70, 60));
     QVERIFY(tool->currentShape() == a);
-    QCOMPARE(tool->dragState(), 0);
-    QCOMPARE(tool->selectMode(), 0);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::DragNothing);
+    QCOMPARE(Kit::selectMode(tool), ODSelectTool::SelectNone);
     QCOMPARE(w.active()->selectedShapes(), (QVector<ODShape*>{a}));
     QCOMPARE(a->rect1HandleItem()->handleMap().size(), 8);
     QCOMPARE(log.entries, (QStringList{clickedText(a->GetShapeID()), QString("mouseClicked 70,60")}));
@@ -168,7 +168,7 @@ void tst_SelectTool::movesWithoutAPressDoNothing()
     w.move(QPointF(72, 61), Qt::NoButton);
     w.move(QPointF(90, 75), Qt::NoButton);
     QCOMPARE(paramsOf(a), (QVector<double>{40, 40, 100, 80}));
-    QCOMPARE(selectTool()->dragState(), 0);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNothing);
     QVERIFY(log.shapeEvents().isEmpty());
 }
 
@@ -184,7 +184,7 @@ void tst_SelectTool::clickOnAnotherShapeTakesEffectAtTheRelease()
     w.press(QPointF(120, 40));
     // The current shape keeps the selection until the release.
     QVERIFY(selectTool()->currentShape() == a);
-    QCOMPARE(selectTool()->dragState(), 0);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNothing);
     QCOMPARE(a->rect1HandleItem()->handleMap().size(), 8);
     w.release(QPointF(120, 40));
     QVERIFY(selectTool()->currentShape() == b);
@@ -219,18 +219,18 @@ void tst_SelectTool::dragOfTheBodyMovesByTheDeltaOfEachMove()
     const long id = a->GetShapeID();
 
     w.press(QPointF(70, 60));
-    QCOMPARE(tool->dragState(), 2);
-    QCOMPARE(tool->selectMode(), 1);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::PressedBody);
+    QCOMPARE(Kit::selectMode(tool), ODSelectTool::SelectMoveBody);
     w.move(QPointF(75, 62));
-    QCOMPARE(tool->dragState(), 4);
-    QCOMPARE(tool->selectMode(), 1);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::MovedBody);
+    QCOMPARE(Kit::selectMode(tool), ODSelectTool::SelectMoveBody);
     QCOMPARE(paramsOf(a), (QVector<double>{45, 42, 105, 82}));
     QCOMPARE(a->rectItem()->rect(), QRectF(45, 42, 60, 40));
     QCOMPARE(tool->curPoint(), QPointF(75, 62));
     // The second delta runs from the first move, not from the press.
     w.move(QPointF(80, 70));
     QCOMPARE(paramsOf(a), (QVector<double>{50, 50, 110, 90}));
-    QCOMPARE(tool->dragState(), 4);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::MovedBody);
     w.move(QPointF(80.25, 70.5));
     QCOMPARE(moved.count(), 0);
     QVERIFY(log.shapeEvents().isEmpty());
@@ -243,8 +243,8 @@ void tst_SelectTool::dragOfTheBodyMovesByTheDeltaOfEachMove()
     QCOMPARE(moved.at(0).at(0).value<long>(), id);
     QCOMPARE(log.shapeEvents(), QStringList{movedText(id)});
     QVERIFY(tool->currentShape() == a);
-    QCOMPARE(tool->dragState(), 0);
-    QCOMPARE(tool->selectMode(), 0);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::DragNothing);
+    QCOMPARE(Kit::selectMode(tool), ODSelectTool::SelectNone);
     QCOMPARE(a->rect1HandleItem()->handleMap().size(), 8);
 }
 
@@ -295,15 +295,15 @@ void tst_SelectTool::dragOfEachHandleResizes()
     log.entries.clear();
 
     w.press(grab);
-    QCOMPARE(tool->dragState(), 3);
-    QCOMPARE(tool->selectMode(), 2);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::PressedHandle);
+    QCOMPARE(Kit::selectMode(tool), ODSelectTool::SelectDragHandle);
     QCOMPARE(tool->handleIndex(), handle);
     // Half way first: the handle goes where the mouse is, not by a delta.
     w.move((grab + target) / 2);
-    QCOMPARE(tool->dragState(), 5);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::ResizedHandle);
     w.move(target);
-    QCOMPARE(tool->dragState(), 5);
-    QCOMPARE(tool->selectMode(), 2);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::ResizedHandle);
+    QCOMPARE(Kit::selectMode(tool), ODSelectTool::SelectDragHandle);
     QCOMPARE(paramsOf(a), expected);
     QCOMPARE(resized.count(), 0);
     QVERIFY(log.shapeEvents().isEmpty());
@@ -314,8 +314,8 @@ void tst_SelectTool::dragOfEachHandleResizes()
     QCOMPARE(resized.at(0).at(0).value<long>(), id);
     QCOMPARE(log.shapeEvents(), QStringList{resizedText(id)});
     QVERIFY(tool->currentShape() == a);
-    QCOMPARE(tool->dragState(), 0);
-    QCOMPARE(tool->selectMode(), 0);
+    QCOMPARE(Kit::dragState(tool), ODSelectTool::DragNothing);
+    QCOMPARE(Kit::selectMode(tool), ODSelectTool::SelectNone);
     QCOMPARE(a->rect1HandleItem()->handleMap().size(), 8);
 }
 
@@ -383,7 +383,7 @@ void tst_SelectTool::pressAndReleaseOnCurrentShapeKeepsItCurrent()
 
     w.press(QPointF(50, 70));
     QVERIFY(selectTool()->currentShape() == a);
-    QCOMPARE(selectTool()->dragState(), 2);
+    QCOMPARE(Kit::dragState(), ODSelectTool::PressedBody);
     w.release(QPointF(50, 70));
     QVERIFY(selectTool()->currentShape() == a);
     QCOMPARE(w.active()->selectedShapes(), (QVector<ODShape*>{a}));
@@ -404,7 +404,7 @@ void tst_SelectTool::pressAndReleaseOnAHandleIsAClick()
     log.entries.clear();
 
     w.press(QPointF(100, 80));
-    QCOMPARE(selectTool()->dragState(), 3);
+    QCOMPARE(Kit::dragState(), ODSelectTool::PressedHandle);
     QCOMPARE(selectTool()->handleIndex(), 5);
     w.release(QPointF(100, 80));
     QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
@@ -444,7 +444,7 @@ void tst_SelectTool::handleOfYoungerShapeOverOlderBodySelectsTheYounger()
 
     w.press(QPointF(60, 60));
     QVERIFY(selectTool()->currentShape() == younger);
-    QCOMPARE(selectTool()->dragState(), 3);
+    QCOMPARE(Kit::dragState(), ODSelectTool::PressedHandle);
     QCOMPARE(selectTool()->handleIndex(), 1);
     w.release(QPointF(60, 60));
     QVERIFY(selectTool()->currentShape() == younger);
@@ -493,7 +493,7 @@ void tst_SelectTool::pressOnTwoBodiesInADrawModeSelectsNothing()
     SceneMouse press(QEvent::GraphicsSceneMousePress, QPointF(70, 70));
     QCOMPARE(selectTool()->selectShape(w.scene(), press.get(), nullptr), 0);
     QVERIFY(selectTool()->currentShape() == nullptr);
-    QCOMPARE(selectTool()->selectMode(), 0);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectNone);
     QVERIFY(w.active()->selectedShapes().isEmpty());
     QVERIFY(a->rect1HandleItem()->handleMap().isEmpty());
 
@@ -503,8 +503,8 @@ void tst_SelectTool::pressOnTwoBodiesInADrawModeSelectsNothing()
     forgetCurrentShape();
     selectTool()->mousePressEvent(w.scene(), press.get(), nullptr);
     QVERIFY(selectTool()->currentShape() == nullptr);
-    QCOMPARE(selectTool()->dragState(), 0);
-    QCOMPARE(selectTool()->selectMode(), 0);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNothing);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectNone);
     QVERIFY(w.active()->selectedShapes().isEmpty());
     QVERIFY(b->rect1HandleItem()->handleMap().isEmpty());
 
@@ -635,12 +635,12 @@ void tst_SelectTool::immovableShapeGivesAClickAndIsDropped()
         a->setMovable(false);
 
     w.press(grab);
-    QCOMPARE(selectTool()->dragState(), 6);
+    QCOMPARE(Kit::dragState(), ODSelectTool::ClickOnly);
     // No handle test and no body test for a shape that refuses moving.
-    QCOMPARE(selectTool()->selectMode(), 0);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectNone);
     w.move(grab + QPointF(15, 12));
     w.move(grab + QPointF(25, 20));
-    QCOMPARE(selectTool()->dragState(), 6);
+    QCOMPARE(Kit::dragState(), ODSelectTool::ClickOnly);
     QCOMPARE(paramsOf(a), (QVector<double>{40, 40, 100, 80}));
     // A layer that refuses moving hides the handles of the dragged shape.
     QCOMPARE(a->rect1HandleItem()->handleMap().isEmpty(), layerRefuses);
@@ -648,7 +648,7 @@ void tst_SelectTool::immovableShapeGivesAClickAndIsDropped()
 
     QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
     QVERIFY(selectTool()->currentShape() == nullptr);
-    QCOMPARE(selectTool()->dragState(), 0);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNothing);
     QCOMPARE(paramsOf(a), (QVector<double>{40, 40, 100, 80}));
     QVERIFY(layerHasId(w.active(), id));
 }
@@ -666,11 +666,11 @@ void tst_SelectTool::activeLayerFlagStopsTheDragOfAStaticShape()
 
     // The shape's own layer allows moving, so the press arms a body drag ...
     w.press(QPointF(70, 60));
-    QCOMPARE(selectTool()->dragState(), 2);
-    QCOMPARE(selectTool()->selectMode(), 1);
+    QCOMPARE(Kit::dragState(), ODSelectTool::PressedBody);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectMoveBody);
     // ... but the moves obey the active layer: no move, handles hidden.
     w.move(QPointF(80, 70));
-    QCOMPARE(selectTool()->dragState(), 2);
+    QCOMPARE(Kit::dragState(), ODSelectTool::PressedBody);
     QCOMPARE(paramsOf(s), (QVector<double>{40, 40, 100, 80}));
     QVERIFY(s->rect1HandleItem()->handleMap().isEmpty());
     w.release(QPointF(80, 70));
@@ -688,12 +688,12 @@ void tst_SelectTool::rightButtonNeverReachesTheTool()
     const long id = a->GetShapeID();
 
     w.press(QPointF(70, 60));
-    QCOMPARE(selectTool()->dragState(), 2);
+    QCOMPARE(Kit::dragState(), ODSelectTool::PressedBody);
     // A right click in the middle of the left press changes nothing for the tool.
     w.press(QPointF(150, 120), Qt::RightButton);
     w.release(QPointF(150, 120), Qt::RightButton);
-    QCOMPARE(selectTool()->dragState(), 2);
-    QCOMPARE(selectTool()->selectMode(), 1);
+    QCOMPARE(Kit::dragState(), ODSelectTool::PressedBody);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectMoveBody);
     QVERIFY(selectTool()->currentShape() == a);
     QVERIFY(log.shapeEvents().isEmpty());
     QVERIFY(leftClicks.calls.isEmpty());
@@ -789,7 +789,6 @@ void tst_SelectTool::selectedRectangleShowsItsHandles()
 
     CMainWindow* window = w.window();
     const QImage shot = window->grab().toImage().convertToFormat(QImage::Format_ARGB32);
-    QVERIFY(shot.save("/tmp/selected-rect.png"));
 
     auto at = [&](const QPointF& scenePoint) {
         return w.view()->viewport()->mapTo(window, w.view()->mapFromScene(scenePoint));
@@ -903,7 +902,7 @@ void tst_SelectTool::menuActionMakesItsShapeCurrent()
     QVERIFY(b->rect1HandleItem()->handleMap().isEmpty());
     menu->actions().at(0)->trigger();
     QVERIFY(selectTool()->currentShape() == a);
-    QCOMPARE(selectTool()->selectMode(), 0);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectNone);
 }
 
 QTEST_MAIN(tst_SelectTool)

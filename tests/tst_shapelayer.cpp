@@ -1,7 +1,7 @@
 // The shape layer: its list of shapes and of selected shapes, repaint calls,
 // and the hit test that decides which shapes lie under a point.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "Rect1HandleItem.h"
 #include "ShapeLayer.h"
@@ -14,7 +14,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 namespace {
 
@@ -187,9 +187,8 @@ void tst_ShapeLayer::addSelectedShapeMakesItTheSelectToolsCurrentShape()
     LayerScene s;
     ODRect1* a = addRect(s.active(), 10, 10, 50, 40);
     ODRect1* b = addRect(s.active(), 60, 10, 90, 40);
-    ODSelectTool* tool = static_cast<ODSelectTool*>(
-        ODShapeToolManage::GetODShapeToolManage()->GetShapeTool(DM_SELECT));
-    QVERIFY(tool == selectTool());
+    ODSelectTool* tool = selectTool();
+    QVERIFY(tool);
 
     s.active()->addSelectedShape(a);
     QVERIFY(tool->currentShape() == a);
@@ -434,12 +433,12 @@ void tst_ShapeLayer::clearCurrentShapeEmptiesOnlyTheToolsCurrentShape()
     SceneMouse press(QEvent::GraphicsSceneMousePress, QPointF(30, 30));
     selectTool()->mousePressEvent(&s.scene, press.get(), nullptr);
     QVERIFY(selectTool()->currentShape() == a);
-    QCOMPARE(selectTool()->selectMode(), 1);
-    QCOMPARE(selectTool()->dragState(), 2);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectMoveBody);
+    QCOMPARE(Kit::dragState(), ODSelectTool::PressedBody);
 
     s.active()->clearCurrentShape();
     QVERIFY(selectTool()->currentShape() == nullptr);
-    QCOMPARE(selectTool()->selectMode(), 0);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectNone);
     QCOMPARE(s.active()->selectedShapes(), (QVector<ODShape*>{a}));
     QCOMPARE(s.active()->shapes(), (QVector<ODShape*>{a}));
 }
@@ -687,7 +686,7 @@ void tst_ShapeLayer::enableSelectShapeDropsTheCurrentSelection()
     SceneMouse press(QEvent::GraphicsSceneMousePress, QPointF(10, 10));
     selectTool()->mousePressEvent(&s.scene, press.get(), nullptr);
     QVERIFY(selectTool()->currentShape() == a);
-    QCOMPARE(selectTool()->selectMode(), 2);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectDragHandle);
     s.active()->addSelectedShape(b);
     b->ShowHandle();
     QVERIFY(!s.active()->selectedShapes().isEmpty());
@@ -695,7 +694,7 @@ void tst_ShapeLayer::enableSelectShapeDropsTheCurrentSelection()
     s.active()->enableSelectShape(enable);
     QCOMPARE(s.active()->isEnableSelectShape(), enable);
     QVERIFY(selectTool()->currentShape() == nullptr);
-    QCOMPARE(selectTool()->selectMode(), 0);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectNone);
     QVERIFY(s.active()->selectedShapes().isEmpty());
     QVERIFY(a->rect1HandleItem()->handleMap().isEmpty());
     QVERIFY(b->rect1HandleItem()->handleMap().isEmpty());

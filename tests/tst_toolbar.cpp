@@ -15,7 +15,7 @@
 #include "odrect1.h"
 #include "odselecttool.h"
 #include "odshapetoolmanage.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -48,15 +48,6 @@ const ButtonRow kRows[13] = {
 
 constexpr int kInitialFlag = int(0xFFFE0000u);
 constexpr int kReservedBits = int(0x00200000u | 0x00080000u);
-
-VorImage picture(int width, int height)
-{
-    cv::Mat mat(height, width, CV_8UC3);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            mat.at<cv::Vec3b>(y, x) = cv::Vec3b(uchar(x * 3), uchar(y * 5), uchar(x + y));
-    return VorImage(mat);
-}
 
 // The tool-bar signals of the facade in one log, so that order shows.
 class ButtonLog : public QObject
@@ -357,8 +348,7 @@ void tst_Toolbar::everyOtherButtonReportsItsNumber()
 {
     QFETCH(int, number);
     EmbeddedWindow e;
-    VorImage image = picture(100, 80);
-    QCOMPARE(e.wnd->setBackground(image), 0L);
+    QCOMPARE(e.setPicture(Kit::patternPicture(100, 80)), 0L);
     ButtonLog log(e.wnd.get());
     QPushButton* b = bar(e)->button(number);
     press(b);
@@ -536,8 +526,7 @@ void tst_Toolbar::buttonSizeFollowsTheBarHeight()
     toolbar->SetVisible(ButtonToolbar::PB_ZOOM_OUT, false);
     toolbar->setGeometry(0, 0, 900, 50);
     host.resize(900, 60);
-    host.show();
-    QApplication::processEvents();
+    QVERIFY(Kit::showExposed(&host));
     // Every button gets the icon size, the hidden one too.
     for (int i = 0; i < 13; ++i)
         QCOMPARE(toolbar->button(i)->iconSize(), QSize(50, 50));
@@ -601,28 +590,12 @@ void tst_Toolbar::zoomButtonsZoomBeforeTheHostHearsTheClick()
 {
     QFETCH(int, number);
     EmbeddedWindow e;
-    VorImage image = picture(100, 80);
-    QCOMPARE(e.wnd->setBackground(image), 0L);
-    QCOMPARE(e.wnd->zoom(0.8), 0L);
+    QCOMPARE(e.showPicture(Kit::patternPicture(100, 80), 0.8), 0L);
     ImageCtrlScene* scene = e.scene();
     const double before = scene->getScale();
     QCOMPARE(before, double(0.8f));
 
-    double expected = 0.0;
-    switch (number) {
-    case 1:
-        expected = double(float(double(float(before)) * 1.25));
-        break;
-    case 2:
-        expected = double(float(double(float(before)) / 1.25));
-        break;
-    case 3:
-        expected = double(scene->GetImageLayer()->GetFitImageScaledValue());
-        break;
-    default:
-        expected = 1.0;
-        break;
-    }
+    const double expected = Kit::scaleAfterZoomButton(number, scene);
     QVERIFY(expected != before);
 
     QList<double> scaleAtClick;
@@ -671,11 +644,10 @@ void tst_Toolbar::drawButtonsSelectTheirModeBeforeTheHostHearsTheClick()
     QFETCH(int, number);
     QFETCH(int, mode);
     EmbeddedWindow e;
-    VorImage image = picture(100, 80);
-    QCOMPARE(e.wnd->setBackground(image), 0L);
+    QCOMPARE(e.setPicture(Kit::patternPicture(100, 80)), 0L);
     ImageCtrlScene* scene = e.scene();
     ShaperLayer* layer = scene->GetActiveLayer();
-    auto* select = static_cast<ODSelectTool*>(ODShapeToolManage::GetODShapeToolManage()->GetShapeTool(DM_SELECT));
+    ODSelectTool* select = Kit::selectTool();
     QVERIFY(select);
 
     // A selected, current shape on the layer, and the mouse not limited.
@@ -741,8 +713,7 @@ void tst_Toolbar::drawModeWithoutPictureInQImageModeIsTaken()
 void tst_Toolbar::freeLineSignalsReachEmptySlots()
 {
     EmbeddedWindow e;
-    VorImage image = picture(100, 80);
-    QCOMPARE(e.wnd->setBackground(image), 0L);
+    QCOMPARE(e.setPicture(Kit::patternPicture(100, 80)), 0L);
     ButtonToolbar* toolbar = bar(e);
     ImageCtrlScene* scene = e.scene();
     const double scale = scene->getScale();
@@ -778,8 +749,7 @@ void tst_Toolbar::freeLineSignalsReachEmptySlots()
 void tst_Toolbar::loadDialogRejectedChangesNothingFurther()
 {
     EmbeddedWindow e;
-    VorImage image = picture(100, 80);
-    QCOMPARE(e.wnd->setBackground(image), 0L);
+    QCOMPARE(e.setPicture(Kit::patternPicture(100, 80)), 0L);
     ImageLayer* layer = e.scene()->GetImageLayer();
     QCOMPARE(layer->GetVorImage()->Width(), 100);
     QCOMPARE(layer->GetQImage()->size(), QSize(100, 80));
@@ -820,8 +790,7 @@ void tst_Toolbar::loadDialogWithChosenFileEmptiesTheVorImageAndReportsTheClick()
     QVERIFY(other.save(file));
 
     EmbeddedWindow e;
-    VorImage image = picture(100, 80);
-    QCOMPARE(e.wnd->setBackground(image), 0L);
+    QCOMPARE(e.setPicture(Kit::patternPicture(100, 80)), 0L);
     ImageLayer* layer = e.scene()->GetImageLayer();
     const QImage shown = *layer->GetQImage();
     ButtonLog log(e.wnd.get());

@@ -2,14 +2,14 @@
 // shape may belong to the other window, and each press must work on the scene
 // it comes from.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "Rect1HandleItem.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 class tst_TwoWindows : public QObject
 {
@@ -44,9 +44,8 @@ void tst_TwoWindows::bothWindowsUseTheSameToolObjects()
     QVERIFY(a.scene() != b.scene());
     ODRect1* sa = addRect(a.active(), 20, 20, 80, 60);
     a.click(QPointF(50, 40));
-    QVERIFY(selectTool()->currentShape() == sa);
     // The current shape is a property of the process, not of a window.
-    QVERIFY(static_cast<ODSelectTool*>(tools()->GetShapeTool(DM_SELECT))->currentShape() == sa);
+    QVERIFY(selectTool()->currentShape() == sa);
     QVERIFY(sa->getSence() == a.scene());
 }
 
@@ -70,8 +69,8 @@ void tst_TwoWindows::pressInOtherWindowDoesNotDragTheCurrentShape()
     // own scene coordinates, then a drag.
     b.press(QPointF(60, 45));
     QVERIFY(selectTool()->currentShape() == sa);
-    QCOMPARE(selectTool()->dragState(), 0);
-    QCOMPARE(selectTool()->selectMode(), 0);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNothing);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectNone);
     // The tool's own press did not run for the foreign shape.
     QCOMPARE(selectTool()->curPoint(), curBefore);
     b.move(QPointF(70, 60));
@@ -141,7 +140,7 @@ void tst_TwoWindows::dragInFirstWindowAfterSelectionInSecondMovesNothing()
 
     // The press lies on sa in the first window; the current shape is sb.
     a.press(QPointF(50, 40));
-    QCOMPARE(selectTool()->dragState(), 0);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNothing);
     a.move(QPointF(60, 50));
     QCOMPARE(paramsOf(sa), (QVector<double>{20, 20, 80, 60}));
     QCOMPARE(paramsOf(sb), (QVector<double>{20, 20, 80, 60}));

@@ -5,8 +5,7 @@
 #include "imagectrlview.h"
 #include "qimagectrlscrollbar.h"
 
-#include "standaloneview.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QtTest>
 
@@ -185,7 +184,7 @@ void tst_ViewNavigation::wheelZoomKeepsScenePointUnderCursor()
         const QPointF before = n.view()->mapToScene(cursor);
         const double scale = n.scene()->getScale();
         n.layer()->SetZoomModel(VOR_ZOOM_FIT);
-        ViewInput::wheelAtViewport(n.view(), cursor, delta);
+        Kit::wheelAtViewport(n.view(), cursor, delta);
 
         const bool up = delta >= 1;
         const double expectedScale = up ? scale * 1.25 : scale / 1.25;
@@ -206,10 +205,10 @@ void tst_ViewNavigation::wheelReportsMousePositionAfterStep()
     NavigationView n;
     QSignalSpy spy(n.view(), &ImageCtrlView::updateMousePosition);
     const QPoint cursor(157, 203);
-    ViewInput::wheelAtViewport(n.view(), cursor, 120);
+    Kit::wheelAtViewport(n.view(), cursor, 120);
     QCOMPARE(spy.count(), 1);
     QCOMPARE(spy.at(0).at(0).toPointF(), n.view()->mapToScene(cursor));
-    ViewInput::wheelAtViewport(n.view(), cursor, -120);
+    Kit::wheelAtViewport(n.view(), cursor, -120);
     QCOMPARE(spy.count(), 2);
     QCOMPARE(spy.at(1).at(0).toPointF(), n.view()->mapToScene(cursor));
 }
@@ -222,7 +221,7 @@ void tst_ViewNavigation::wheelDownStepsOnceBelowMinimumThenStops()
     const QPoint cursor(300, 200);
 
     n.layer()->SetZoomModel(VOR_ZOOM_IN);
-    ViewInput::wheelAtViewport(n.view(), cursor, -120);
+    Kit::wheelAtViewport(n.view(), cursor, -120);
     // The test is on the scale before the step: 0.03 still steps, to 0.024.
     QVERIFY(n.scene()->getScale() == 0.03 / 1.25);
     QVERIFY(qFuzzyCompare(n.scene()->getScale(), 0.024));
@@ -249,7 +248,7 @@ void tst_ViewNavigation::wheelDownStepsOnceBelowMinimumThenStops()
     const QPointF before = n.view()->mapToScene(probe);
     const QPoint expected = expectedScroll(n.view(), before, probe);
     QSignalSpy spy(n.view(), &ImageCtrlView::updateMousePosition);
-    ViewInput::wheelAtViewport(n.view(), probe, -120);
+    Kit::wheelAtViewport(n.view(), probe, -120);
     QVERIFY(n.scene()->getScale() == 0.03 / 1.25);
     QVERIFY(n.view()->matrix().m11() == 0.03 / 1.25);
     QCOMPARE(n.layer()->GetZoomModel(), VOR_ZOOM_OUT);
@@ -257,7 +256,7 @@ void tst_ViewNavigation::wheelDownStepsOnceBelowMinimumThenStops()
     QCOMPARE(spy.count(), 1);
 
     // Wheel up from there works as usual.
-    ViewInput::wheelAtViewport(n.view(), cursor, 120);
+    Kit::wheelAtViewport(n.view(), cursor, 120);
     QVERIFY(n.scene()->getScale() == 0.03 / 1.25 * 1.25);
 }
 
@@ -269,15 +268,14 @@ void tst_ViewNavigation::wheelStopsAboveViewportSize()
     QCOMPARE(w.wnd->move(0, 0, 800 + extra.width(), 600 + extra.height() + 70), 0L);
     QApplication::processEvents();
     QCOMPARE(w.view()->viewport()->size(), QSize(800, 600));
-    VorImage picture = greyVorImage(2, 2);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(2, 2)), 0L);
     ImageLayer* layer = w.scene()->GetImageLayer();
     const QPoint cursor(400, 300);
 
     // At 600 the scale is not above the height: one more step.
     QCOMPARE(w.wnd->zoom(600.0), 0L);
     QCOMPARE(w.scene()->getScale(), 600.0);
-    ViewInput::wheelAtViewport(w.view(), cursor, 120);
+    Kit::wheelAtViewport(w.view(), cursor, 120);
     QCOMPARE(w.scene()->getScale(), 750.0);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_IN);
 
@@ -285,7 +283,7 @@ void tst_ViewNavigation::wheelStopsAboveViewportSize()
     layer->SetZoomModel(VOR_ZOOM_ORG);
     const QPoint scroll = scrollValues(w.view());
     QSignalSpy spy(w.view(), &ImageCtrlView::updateMousePosition);
-    ViewInput::wheelAtViewport(w.view(), cursor, 120);
+    Kit::wheelAtViewport(w.view(), cursor, 120);
     QCOMPARE(w.scene()->getScale(), 750.0);
     QCOMPARE(w.view()->matrix().m11(), 750.0);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_ORG);
@@ -307,7 +305,7 @@ void tst_ViewNavigation::wheelStopsAboveViewportSize()
 
     // Wheel down is never stopped from above.
     QCOMPARE(w.wnd->zoom(2000.0), 0L);
-    ViewInput::wheelAtViewport(w.view(), cursor, -120);
+    Kit::wheelAtViewport(w.view(), cursor, -120);
     QCOMPARE(w.scene()->getScale(), 1600.0);
 }
 
@@ -342,9 +340,9 @@ void tst_ViewNavigation::wheelIsRefusedAboveViewportWidthToo()
     n.v.setViewportSize(QSize(200, 500));
     QCOMPARE(n.view()->viewport()->size(), QSize(200, 500));
     QCOMPARE(n.view()->Zoom(200.0), 0L);
-    ViewInput::wheelAtViewport(n.view(), QPoint(50, 50), 120);
+    Kit::wheelAtViewport(n.view(), QPoint(50, 50), 120);
     QCOMPARE(n.scene()->getScale(), 250.0);
-    ViewInput::wheelAtViewport(n.view(), QPoint(50, 50), 120);
+    Kit::wheelAtViewport(n.view(), QPoint(50, 50), 120);
     QCOMPARE(n.scene()->getScale(), 250.0);
 }
 
@@ -381,8 +379,7 @@ void tst_ViewNavigation::zoomBelowMinimumChangesNothing()
 void tst_ViewNavigation::zoomCommandsSetModelAndNarrowScale()
 {
     EmbeddedWindow w;
-    VorImage picture = greyVorImage(300, 200);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(300, 200)), 0L);
     ImageLayer* layer = w.scene()->GetImageLayer();
     // Fitted in double precision: 391 / 200.
     QVERIFY(w.scene()->getScale() == 391.0 / 200.0);
@@ -418,9 +415,7 @@ void tst_ViewNavigation::zoomCommandsSetModelAndNarrowScale()
 void tst_ViewNavigation::zoomOutCommandBelowMinimumKeepsScale()
 {
     EmbeddedWindow w;
-    VorImage picture = greyVorImage(300, 200);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
-    QCOMPARE(w.wnd->zoom(0.035), 0L);
+    QCOMPARE(w.showPicture(greyVorImage(300, 200), 0.035), 0L);
     QVERIFY(w.scene()->getScale() == double(0.035f));
     QCOMPARE(w.wnd->zoomOut(), 0L);
     // 0.028 is below 0.03: Zoom ignores it, the model still changes.
@@ -435,18 +430,18 @@ void tst_ViewNavigation::rightDragPansByMouseDistance()
     const QPoint start = scrollValues(n.view());
     QSignalSpy moves(n.view(), &ImageCtrlView::updateMousePosition);
 
-    ViewInput::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
+    Kit::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
     QCOMPARE(scrollValues(n.view()), start);
-    ViewInput::moveToViewport(n.view(), QPoint(330, 220), Qt::RightButton);
+    Kit::moveToViewport(n.view(), QPoint(330, 220), Qt::RightButton);
     QCOMPARE(scrollValues(n.view()), start - QPoint(30, 20));
-    ViewInput::moveToViewport(n.view(), QPoint(310, 260), Qt::RightButton);
+    Kit::moveToViewport(n.view(), QPoint(310, 260), Qt::RightButton);
     QCOMPARE(scrollValues(n.view()), start - QPoint(30, 20) - QPoint(-20, 40));
     QCOMPARE(moves.count(), 2);
-    ViewInput::releaseAtViewport(n.view(), QPoint(310, 260), Qt::RightButton);
+    Kit::releaseAtViewport(n.view(), QPoint(310, 260), Qt::RightButton);
     QCOMPARE(scrollValues(n.view()), start - QPoint(10, 60));
 
     // After the release a move pans no more.
-    ViewInput::moveToViewport(n.view(), QPoint(200, 100), Qt::NoButton);
+    Kit::moveToViewport(n.view(), QPoint(200, 100), Qt::NoButton);
     QCOMPARE(scrollValues(n.view()), start - QPoint(10, 60));
 }
 
@@ -457,10 +452,10 @@ void tst_ViewNavigation::rightDragPansMirroredRightToLeft()
     QApplication::processEvents();
     QCOMPARE(n.view()->Zoom(4.0), 0L);
     const QPoint start = scrollValues(n.view());
-    ViewInput::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
-    ViewInput::moveToViewport(n.view(), QPoint(330, 220), Qt::RightButton);
+    Kit::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
+    Kit::moveToViewport(n.view(), QPoint(330, 220), Qt::RightButton);
     QCOMPARE(scrollValues(n.view()), start + QPoint(30, -20));
-    ViewInput::releaseAtViewport(n.view(), QPoint(330, 220), Qt::RightButton);
+    Kit::releaseAtViewport(n.view(), QPoint(330, 220), Qt::RightButton);
 }
 
 void tst_ViewNavigation::rightDragCursorsAreOnView()
@@ -471,27 +466,27 @@ void tst_ViewNavigation::rightDragCursorsAreOnView()
     n.view()->setDrawModeCursorIcon(DM_RECT1);
     QCOMPARE(viewport->cursor().shape(), Qt::CrossCursor);
 
-    ViewInput::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
+    Kit::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
     QVERIFY(n.view()->testAttribute(Qt::WA_SetCursor));
     QCOMPARE(n.view()->cursor().shape(), Qt::OpenHandCursor);
     QCOMPARE(viewport->cursor().shape(), Qt::CrossCursor);
 
-    ViewInput::moveToViewport(n.view(), QPoint(310, 205), Qt::RightButton);
+    Kit::moveToViewport(n.view(), QPoint(310, 205), Qt::RightButton);
     QCOMPARE(n.view()->cursor().shape(), Qt::ClosedHandCursor);
     QCOMPARE(viewport->cursor().shape(), Qt::CrossCursor);
 
-    ViewInput::releaseAtViewport(n.view(), QPoint(310, 205), Qt::RightButton);
+    Kit::releaseAtViewport(n.view(), QPoint(310, 205), Qt::RightButton);
     QCOMPARE(n.view()->cursor().shape(), Qt::ArrowCursor);
     QCOMPARE(viewport->cursor().shape(), Qt::CrossCursor);
 
     // A press and release without a move: open hand, then arrow.
-    ViewInput::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
+    Kit::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
     QCOMPARE(n.view()->cursor().shape(), Qt::OpenHandCursor);
-    ViewInput::releaseAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
+    Kit::releaseAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
     QCOMPARE(n.view()->cursor().shape(), Qt::ArrowCursor);
 
     // A move without the right button held leaves the cursor alone.
-    ViewInput::moveToViewport(n.view(), QPoint(320, 210), Qt::NoButton);
+    Kit::moveToViewport(n.view(), QPoint(320, 210), Qt::NoButton);
     QCOMPARE(n.view()->cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -501,13 +496,13 @@ void tst_ViewNavigation::rightClickWithoutMoveGivesRightRelease()
     SignalLog log(n.view());
     const QPointF at(120.25, 75.5);
     const QPointF sp = n.view()->mapToScene(n.view()->mapFromScene(at));
-    ViewInput::pressAt(n.view(), at, Qt::RightButton);
+    Kit::pressAt(n.view(), at, Qt::RightButton);
     QCOMPARE(log.names, QStringList{"sigMouseRightPress"});
     QCOMPARE(log.points.at(0), sp);
     QVERIFY(n.view()->isRightDown());
 
     log.clear();
-    ViewInput::releaseAt(n.view(), at, Qt::RightButton);
+    Kit::releaseAt(n.view(), at, Qt::RightButton);
     QCOMPARE(log.names, (QStringList{"mouseClicked", "sigMouseRightRelease"}));
     QCOMPARE(log.points.at(0), sp);
     QCOMPARE(log.points.at(1), sp);
@@ -520,12 +515,12 @@ void tst_ViewNavigation::rightDragGivesMoveRelease()
     NavigationView n;
     QCOMPARE(n.view()->Zoom(4.0), 0L);
     SignalLog log(n.view());
-    ViewInput::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
-    ViewInput::moveToViewport(n.view(), QPoint(301, 200), Qt::RightButton);
+    Kit::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
+    Kit::moveToViewport(n.view(), QPoint(301, 200), Qt::RightButton);
     QVERIFY(n.view()->isRightMoved());
     log.clear();
     const QPoint end(301, 200);
-    ViewInput::releaseAtViewport(n.view(), end, Qt::RightButton);
+    Kit::releaseAtViewport(n.view(), end, Qt::RightButton);
     QCOMPARE(log.names, (QStringList{"mouseClicked", "sigMouseRightMoveRelease"}));
     QCOMPARE(log.points.at(1), n.view()->mapToScene(end));
     QVERIFY(!n.view()->isRightDown());
@@ -533,8 +528,8 @@ void tst_ViewNavigation::rightDragGivesMoveRelease()
 
     // The next click without a move is a plain right release again.
     log.clear();
-    ViewInput::pressAtViewport(n.view(), end, Qt::RightButton);
-    ViewInput::releaseAtViewport(n.view(), end, Qt::RightButton);
+    Kit::pressAtViewport(n.view(), end, Qt::RightButton);
+    Kit::releaseAtViewport(n.view(), end, Qt::RightButton);
     QCOMPARE(log.names, (QStringList{"sigMouseRightPress", "mouseClicked", "sigMouseRightRelease"}));
 }
 
@@ -543,29 +538,26 @@ void tst_ViewNavigation::leftReleaseDuringRightDragEndsDrag()
     NavigationView n;
     QCOMPARE(n.view()->Zoom(4.0), 0L);
     SignalLog log(n.view());
-    ViewInput::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
-    ViewInput::moveToViewport(n.view(), QPoint(320, 200), Qt::RightButton);
+    Kit::pressAtViewport(n.view(), QPoint(300, 200), Qt::RightButton);
+    Kit::moveToViewport(n.view(), QPoint(320, 200), Qt::RightButton);
     log.clear();
-    ViewInput::releaseAtViewport(n.view(), QPoint(320, 200), Qt::LeftButton);
+    Kit::releaseAtViewport(n.view(), QPoint(320, 200), Qt::LeftButton);
     QCOMPARE(log.names, (QStringList{"mouseClicked", "sigMouseRightMoveRelease", "sigMouseRelease"}));
     QCOMPARE(n.view()->cursor().shape(), Qt::ArrowCursor);
     QVERIFY(!n.view()->isRightDown());
 
     // The drag is over: moves do not pan, the right release has no drag to end.
     const QPoint scroll = scrollValues(n.view());
-    ViewInput::moveToViewport(n.view(), QPoint(360, 240), Qt::RightButton);
+    Kit::moveToViewport(n.view(), QPoint(360, 240), Qt::RightButton);
     QCOMPARE(scrollValues(n.view()), scroll);
     log.clear();
-    ViewInput::releaseAtViewport(n.view(), QPoint(360, 240), Qt::RightButton);
+    Kit::releaseAtViewport(n.view(), QPoint(360, 240), Qt::RightButton);
     QCOMPARE(log.names, QStringList{"mouseClicked"});
 }
 
 void tst_ViewNavigation::everyReleaseReportsMouseClicked_data()
 {
-    QTest::addColumn<int>("button");
-    QTest::newRow("left") << int(Qt::LeftButton);
-    QTest::newRow("right") << int(Qt::RightButton);
-    QTest::newRow("middle") << int(Qt::MiddleButton);
+    Kit::addButtonRows({Qt::LeftButton, Qt::RightButton, Qt::MiddleButton});
 }
 
 void tst_ViewNavigation::everyReleaseReportsMouseClicked()
@@ -574,9 +566,9 @@ void tst_ViewNavigation::everyReleaseReportsMouseClicked()
     NavigationView n;
     QSignalSpy spy(n.view(), &ImageCtrlView::mouseClicked);
     const QPoint pos(211, 133);
-    ViewInput::pressAtViewport(n.view(), pos, Qt::MouseButton(button));
+    Kit::pressAtViewport(n.view(), pos, Qt::MouseButton(button));
     QCOMPARE(spy.count(), 0);
-    ViewInput::releaseAtViewport(n.view(), pos, Qt::MouseButton(button));
+    Kit::releaseAtViewport(n.view(), pos, Qt::MouseButton(button));
     QCOMPARE(spy.count(), 1);
     QCOMPARE(spy.at(0).at(0).toPointF(), n.view()->mapToScene(pos));
 }
@@ -588,11 +580,11 @@ void tst_ViewNavigation::leftPressAndReleaseReportSceneCoordinates()
     SignalLog log(n.view());
     const QPoint press(100, 90);
     const QPoint release(140, 95);
-    ViewInput::pressAtViewport(n.view(), press, Qt::LeftButton);
+    Kit::pressAtViewport(n.view(), press, Qt::LeftButton);
     QCOMPARE(log.names, QStringList{"sigMousePress"});
     QCOMPARE(log.points.at(0), n.view()->mapToScene(press));
-    ViewInput::moveToViewport(n.view(), release, Qt::LeftButton);
-    ViewInput::releaseAtViewport(n.view(), release, Qt::LeftButton);
+    Kit::moveToViewport(n.view(), release, Qt::LeftButton);
+    Kit::releaseAtViewport(n.view(), release, Qt::LeftButton);
     QCOMPARE(log.names, (QStringList{"sigMousePress", "mouseClicked", "sigMouseRelease"}));
     QCOMPARE(log.points.at(1), n.view()->mapToScene(release));
     QCOMPARE(log.points.at(2), n.view()->mapToScene(release));
@@ -606,7 +598,7 @@ void tst_ViewNavigation::mouseMoveReportsScenePosition()
     QSignalSpy spy(n.view(), &ImageCtrlView::updateMousePosition);
     const QPoint points[] = {QPoint(10, 10), QPoint(300, 250), QPoint(5, 400)};
     for (const QPoint& p : points)
-        ViewInput::moveToViewport(n.view(), p, Qt::NoButton);
+        Kit::moveToViewport(n.view(), p, Qt::NoButton);
     QCOMPARE(spy.count(), 3);
     for (int i = 0; i < 3; ++i)
         QCOMPARE(spy.at(i).at(0).toPointF(), n.view()->mapToScene(points[i]));
@@ -630,7 +622,7 @@ void tst_ViewNavigation::negativeCoordinatesOverLeftMarginReachSignals()
     QSignalSpy hostInfo(w.wnd.get(), &KESImageWnd::imgInfo);
     QSignalSpy hostClicks(w.wnd.get(), &KESImageWnd::mouseClicked);
 
-    ViewInput::moveToViewport(view, margin, Qt::NoButton);
+    Kit::moveToViewport(view, margin, Qt::NoButton);
     QCOMPARE(viewMoves.count(), 1);
     QCOMPARE(viewMoves.at(0).at(0).toPointF(), sp);
     QCOMPARE(hostMoves.count(), 1);
@@ -639,10 +631,10 @@ void tst_ViewNavigation::negativeCoordinatesOverLeftMarginReachSignals()
     QCOMPARE(hostInfo.count(), 1);
     QCOMPARE(hostInfo.at(0).at(2).toInt(), 153);
 
-    ViewInput::pressAtViewport(view, margin, Qt::LeftButton);
-    ViewInput::releaseAtViewport(view, margin, Qt::LeftButton);
-    ViewInput::pressAtViewport(view, margin, Qt::RightButton);
-    ViewInput::releaseAtViewport(view, margin, Qt::RightButton);
+    Kit::pressAtViewport(view, margin, Qt::LeftButton);
+    Kit::releaseAtViewport(view, margin, Qt::LeftButton);
+    Kit::pressAtViewport(view, margin, Qt::RightButton);
+    Kit::releaseAtViewport(view, margin, Qt::RightButton);
     QCOMPARE(log.names, (QStringList{"sigMousePress", "mouseClicked", "sigMouseRelease", "sigMouseRightPress",
                                      "mouseClicked", "sigMouseRightRelease"}));
     for (const QPointF& p : log.points)
@@ -655,20 +647,20 @@ void tst_ViewNavigation::negativeCoordinatesOverLeftMarginReachSignals()
 void tst_ViewNavigation::limitFlagDoesNotConfinePositions()
 {
     EmbeddedWindow w;
-    VorImage picture = greyVorImage(50, 300);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(50, 300)), 0L);
     ImageCtrlView* view = w.view();
     view->setLimitMousePos(true);
-    QTest::qWait(20);
+    // The window applies the limit a millisecond later.
+    Kit::letQueuedCallsRun();
     QVERIFY(view->limitMousePos());
     QSignalSpy moves(view, &ImageCtrlView::updateMousePosition);
     QSignalSpy clicks(view, &ImageCtrlView::mouseClicked);
     const QPoint corner(2, 2);
     const QPointF sp = view->mapToScene(corner);
     QVERIFY(sp.x() < 0.0);
-    ViewInput::moveToViewport(view, corner, Qt::NoButton);
-    ViewInput::pressAtViewport(view, corner, Qt::LeftButton);
-    ViewInput::releaseAtViewport(view, corner, Qt::LeftButton);
+    Kit::moveToViewport(view, corner, Qt::NoButton);
+    Kit::pressAtViewport(view, corner, Qt::LeftButton);
+    Kit::releaseAtViewport(view, corner, Qt::LeftButton);
     QCOMPARE(moves.count(), 1);
     QCOMPARE(moves.at(0).at(0).toPointF(), sp);
     QCOMPARE(clicks.count(), 1);
@@ -756,10 +748,9 @@ void tst_ViewNavigation::resizeToNoWidthKeepsViewSize()
 void tst_ViewNavigation::resizeInZoomInModelFitsAndKeepsModel()
 {
     EmbeddedWindow w;
-    VorImage picture = greyVorImage(200, 100);
-    QCOMPARE(w.wnd->setBackground(picture), 0L);
+    QCOMPARE(w.setPicture(greyVorImage(200, 100)), 0L);
     ImageLayer* layer = w.scene()->GetImageLayer();
-    ViewInput::wheelAtViewport(w.view(), QPoint(100, 100), 120);
+    Kit::wheelAtViewport(w.view(), QPoint(100, 100), 120);
     QCOMPARE(layer->GetZoomModel(), VOR_ZOOM_IN);
     const double zoomed = w.scene()->getScale();
 

@@ -11,7 +11,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "statusbar.h"
-#include "viewinput.h"
+#include "testkit.h"
 
 #include <QScrollBar>
 
@@ -487,7 +487,7 @@ void WindowLayoutTest::statusbarHiddenStillFollowsTheMouse()
     QCOMPARE(fixture.wnd->setBackground(picture), 0L);
     QCOMPARE(fixture.wnd->zoom(1.0), 0L);
     QCOMPARE(fixture.wnd->showStatusbar(false), true);
-    ViewInput::moveTo(fixture.view(), QPointF(4, 3));
+    Kit::moveTo(fixture.view(), QPointF(4, 3));
     QCOMPARE(fixture.window()->GetStatusbar()->infoText(),
              QString("Information: 20X10 POS(4.0, 3.0) RGB(5, 6, 7) ZOOM:1.000"));
 }

@@ -1,32 +1,13 @@
 #pragma once
 
-// What the reticle tests share: the viewport's pixels after pending paints,
-// and a count of the paint events a widget receives.
+// The viewport's pixels after pending paints, and a paint counter, under
+// their first names; the kit holds them.
 
-#include <QApplication>
-#include <QEvent>
-#include <QGraphicsView>
-#include <QImage>
-#include <QObject>
-#include <QWidget>
+#include "kitpixels.h"
 
 inline QImage grabViewportArgb(QGraphicsView* view)
 {
-    QApplication::processEvents();
-    return view->viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+    return Kit::grabViewport(view);
 }
 
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
-    int paints = 0;
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++paints;
-        return false;
-    }
-};
+using PaintCounter = Kit::PaintCounter;
