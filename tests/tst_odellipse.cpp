@@ -71,6 +71,7 @@ private slots:
     void handleCursorOnViewport_data();
     void handleCursorOnViewport();
     void itemsLeaveTheSceneWithTheShape();
+    void unturnedEllipseGivesPointsBackBitForBit();
 };
 
 void tst_ODEllipse::negativeRadiiKeepTheRotationHandleAboveTheTop()
@@ -642,15 +643,7 @@ void tst_ODEllipse::itemsLeaveTheSceneWithTheShape()
 
 // Exact comparisons: QCOMPARE and QPointF's == forgive differences far larger
 // than the rounding that a turn by 0 through the trigonometry leaves.
-class tst_ODEllipseExact : public tst_ODEllipse
-{
-    Q_OBJECT
-
-private slots:
-    void unturnedEllipseGivesPointsBackBitForBit();
-};
-
-void tst_ODEllipseExact::unturnedEllipseGivesPointsBackBitForBit()
+void tst_ODEllipse::unturnedEllipseGivesPointsBackBitForBit()
 {
     QGraphicsScene scene;
     ODEllipse shape(&scene);
@@ -675,5 +668,5 @@ void tst_ODEllipseExact::unturnedEllipseGivesPointsBackBitForBit()
     QVERIFY(turned.x() != p.x() || turned.y() != p.y());
 }
 
-QTEST_MAIN(tst_ODEllipseExact)
+QTEST_MAIN(tst_ODEllipse)
 #include "tst_odellipse.moc"

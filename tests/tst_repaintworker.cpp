@@ -11,11 +11,11 @@
 #include "imagectrlview.h"
 #include "testkit.h"
 
+#include <QProcess>
 #include <QThread>
 
-#include <opencv2/core.hpp>
-
 #include <atomic>
+#include <cstdio>
 
 namespace {
 
@@ -25,7 +25,7 @@ const QPointF kPictureCentre(kPictureWidth / 2.0, kPictureHeight / 2.0);
 
 VorImage colourPicture(int red, int green, int blue)
 {
-    return VorImage(cv::Mat(kPictureHeight, kPictureWidth, CV_8UC3, cv::Scalar(blue, green, red)));
+    return Kit::colourPicture(kPictureWidth, kPictureHeight, red, green, blue);
 }
 
 // Notes whether the viewport has been painted while the layer showed a picture
@@ -150,6 +150,7 @@ private slots:
     void repaintWaitsWhileTheWindowThreadIsBusy();
     void repaintWithNothingQueuedLeavesThePicture();
     void repaintWithoutWindowReturnsAtOnce();
+    void repaintOnTheWindowThreadReportsADeadLockAndNeverReturns();
 };
 
 void RepaintWorkerTest::init()
@@ -252,10 +253,6 @@ void RepaintWorkerTest::repaintWithoutWindowReturnsAtOnce()
 // returns. The call runs in a child process of this binary, which is left
 // hanging and then killed.
 
-#include <QProcess>
-
-#include <cstdio>
-
 namespace {
 
 // The argument that makes this binary the child that calls repaint() on the
@@ -298,16 +295,7 @@ int repaintOnTheWindowThread()
 
 } // namespace
 
-// The worker's calls above and the window thread's call below.
-class RepaintThreadsTest : public RepaintWorkerTest
-{
-    Q_OBJECT
-
-private slots:
-    void repaintOnTheWindowThreadReportsADeadLockAndNeverReturns();
-};
-
-void RepaintThreadsTest::repaintOnTheWindowThreadReportsADeadLockAndNeverReturns()
+void RepaintWorkerTest::repaintOnTheWindowThreadReportsADeadLockAndNeverReturns()
 {
     QProcess child;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -344,7 +332,7 @@ int main(int argc, char* argv[])
     app.setAttribute(Qt::AA_Use96Dpi, true);
     if (app.arguments().contains(QString(kRepaintOnWindowThreadArgument)))
         return repaintOnTheWindowThread();
-    RepaintThreadsTest test;
+    RepaintWorkerTest test;
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(&test, argc, argv);
 }
