@@ -33,6 +33,15 @@ void addRows(const char* holderName, Holder holder, const Kinds& kinds)
         QTest::addRow("%s: %s", holderName, kind.name) << int(holder) << kind.code;
 }
 
+// One row a kind of each holder, named "holder: kind".
+void addHolderKindRows()
+{
+    QTest::addColumn<int>("holder");
+    QTest::addColumn<int>("kind");
+    addRows("region of interest", RegionOfInterest, Kit::roiKinds());
+    addRows("overlay", Overlay, Kit::overlayKinds());
+}
+
 } // namespace
 
 class tst_GeometryKinds : public QObject
@@ -40,13 +49,7 @@ class tst_GeometryKinds : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase_data()
-    {
-        QTest::addColumn<int>("holder");
-        QTest::addColumn<int>("kind");
-        addRows("region of interest", RegionOfInterest, Kit::roiKinds());
-        addRows("overlay", Overlay, Kit::overlayKinds());
-    }
+    void initTestCase_data() { addHolderKindRows(); }
 
     void defaultAnswersNoGet()
     {

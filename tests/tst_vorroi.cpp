@@ -116,19 +116,7 @@ void TestVorROI::copyAndAssignmentKeepGeometry()
 
 void TestVorROI::maskMarksNonZeroPixels_data()
 {
-    QTest::addColumn<int>("cvType");
-    QTest::addColumn<int>("channel");
-    QTest::addColumn<double>("value");
-
-    QTest::newRow("8-bit, one channel") << CV_8UC1 << 0 << 1.0;
-    QTest::newRow("16-bit, low byte zero") << CV_16UC1 << 0 << 256.0;
-    QTest::newRow("16-bit, high value") << CV_16UC1 << 0 << 65535.0;
-    QTest::newRow("8-bit, three channels, blue only") << CV_8UC3 << 0 << 3.0;
-    QTest::newRow("8-bit, three channels, red only") << CV_8UC3 << 2 << 128.0;
-    QTest::newRow("16-bit, three channels, last only") << CV_16UC3 << 2 << 512.0;
-    QTest::newRow("8-bit, four channels, alpha only") << CV_8UC4 << 3 << 9.0;
-    QTest::newRow("8-bit, two channels, second only") << CV_8UC2 << 1 << 1.0;
-    QTest::newRow("16-bit, four channels, second only") << CV_16UC4 << 1 << 1.0;
+    addMarkedPictureRows();
 }
 
 void TestVorROI::maskMarksNonZeroPixels()
@@ -139,18 +127,9 @@ void TestVorROI::maskMarksNonZeroPixels()
 
     const int rows = 6;
     const int cols = 9;
-    cv::Mat src(rows, cols, cvType, cv::Scalar::all(0));
-    std::vector<cv::Mat> planes;
-    cv::split(src, planes);
-    const cv::Point inside[] = {{0, 0}, {8, 0}, {3, 2}, {4, 2}, {8, 5}, {0, 5}};
-    for (const cv::Point& p : inside) {
-        cv::Mat& plane = planes[static_cast<std::size_t>(channel)];
-        if (plane.depth() == CV_8U)
-            plane.at<unsigned char>(p) = static_cast<unsigned char>(value);
-        else
-            plane.at<unsigned short>(p) = static_cast<unsigned short>(value);
-    }
-    cv::merge(planes, src);
+    const std::initializer_list<cv::Point> inside = {{0, 0}, {8, 0}, {3, 2}, {4, 2}, {8, 5}, {0, 5}};
+    const cv::Mat src = markedPicture(cols, rows, cvType, channel, value, inside);
+    QCOMPARE(src.type(), cvType);
 
     VorROI roi;
     roi.GenMask(VorImage(src));
