@@ -135,12 +135,10 @@ inline void dragAlong(QGraphicsView* view, const QPointF& from, const QPointF& t
 
 inline const char* buttonName(Qt::MouseButton button)
 {
-    switch (button) {
-    case Qt::LeftButton: return "left";
-    case Qt::RightButton: return "right";
-    case Qt::MiddleButton: return "middle";
-    default: return "another button";
-    }
+    return button == Qt::LeftButton ? "left"
+        : button == Qt::RightButton ? "right"
+        : button == Qt::MiddleButton ? "middle"
+                                     : "another button";
 }
 
 // One row a mouse button, in a column "button" of ints named by the button.
