@@ -362,9 +362,8 @@ void tst_ODEllipse::handlesLieOnTheBoundingRectangle_data()
 void tst_ODEllipse::handlesLieOnTheBoundingRectangle()
 {
     QFETCH(double, zoom);
-    QGraphicsScene scene;
-    ODEllipse shape(&scene);
-    shape.SetScale(float(zoom));
+    Kit::ZoomedShape<ODEllipse> zoomed(zoom);
+    ODEllipse& shape = zoomed.shape;
     place(shape, 100, 100, 40, 20, 0);
     const double s = shape.handleScale();
     const QVector<QPointF> points = unturnedHandlePoints(QPointF(100, 100), 40, 20, s);

@@ -556,9 +556,8 @@ void tst_ODRect1::handlesSitAtCornersAndEdgeCentres()
 {
     QFETCH(double, zoom);
     const double side = Kit::handleSideInScene(zoom);
-    QGraphicsScene scene;
-    ODRect1 shape(&scene);
-    shape.SetScale(float(zoom));
+    Kit::ZoomedShape<ODRect1> zoomed(zoom);
+    ODRect1& shape = zoomed.shape;
     shape.SetRect(0, 0, 100, 60);
     shape.ShowShape();
     shape.UpdateHandles();

@@ -137,6 +137,18 @@ private:
 
 using Kit::viewportColourAt;
 
+// A host window showing a red picture, which the tests queue others behind.
+class RedWindow : public EmbeddedWindow
+{
+public:
+    RedWindow()
+        : shownRed(setPicture(colourPicture(255, 0, 0)))
+    {
+    }
+
+    long shownRed;
+};
+
 } // namespace
 
 class RepaintWorkerTest : public QObject
@@ -160,10 +172,9 @@ void RepaintWorkerTest::init()
 
 void RepaintWorkerTest::repaintFromWorkerReturnsOnceThePictureIsShown()
 {
-    EmbeddedWindow fixture;
-    ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage red = colourPicture(255, 0, 0);
-    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    ImageLayer* layer = fixture.imageLayer();
     QCoreApplication::processEvents();
     QCOMPARE(viewportColourAt(fixture.view(), kPictureCentre), qRgb(255, 0, 0));
 
@@ -193,10 +204,9 @@ void RepaintWorkerTest::repaintFromWorkerReturnsOnceThePictureIsShown()
 
 void RepaintWorkerTest::repaintWaitsWhileTheWindowThreadIsBusy()
 {
-    EmbeddedWindow fixture;
-    ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage red = colourPicture(255, 0, 0);
-    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    ImageLayer* layer = fixture.imageLayer();
     VorImage blue = colourPicture(0, 0, 255);
     QVERIFY(layer->LoadVorImage(&blue));
 
@@ -218,10 +228,9 @@ void RepaintWorkerTest::repaintWaitsWhileTheWindowThreadIsBusy()
 
 void RepaintWorkerTest::repaintWithNothingQueuedLeavesThePicture()
 {
-    EmbeddedWindow fixture;
-    ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage red = colourPicture(255, 0, 0);
-    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    ImageLayer* layer = fixture.imageLayer();
     QCOMPARE(fixture.wnd->zoom(2.0), 0L);
 
     RepaintWorker worker(fixture.wnd.get(), layer, nullptr, 2);

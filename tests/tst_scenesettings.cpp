@@ -94,17 +94,15 @@ void tst_SceneSettings::lookSettersStoreWhatTheyAreGiven()
     QCOMPARE(scene.getPenColor(), QColor(10, 20, 30, 40));
     scene.setBrushColor(QColor(1, 2, 3, 4));
     QCOMPARE(scene.getBrushColor(), QColor(1, 2, 3, 4));
-    scene.setLineWidth(2.75f);
-    QCOMPARE(scene.getLineWidth(), 2.75f);
-    scene.setLineWidth(0.0f);
-    QCOMPARE(scene.getLineWidth(), 0.0f);
+    for (float width : {2.75f, 0.0f}) {
+        scene.setLineWidth(width);
+        QCOMPARE(scene.getLineWidth(), width);
+    }
     // The scene stores any size; raising values below 1 is the facade's job.
-    scene.setCrossSize(0);
-    QCOMPARE(scene.getCrossSize(), 0);
-    scene.setCrossSize(-3);
-    QCOMPARE(scene.getCrossSize(), -3);
-    scene.setCrossSize(12);
-    QCOMPARE(scene.getCrossSize(), 12);
+    for (int size : {0, -3, 12}) {
+        scene.setCrossSize(size);
+        QCOMPARE(scene.getCrossSize(), size);
+    }
     QFont font("Courier", 9);
     font.setBold(true);
     scene.setFont(font);

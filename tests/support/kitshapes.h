@@ -114,6 +114,16 @@ inline bool layerHasId(ShaperLayer* layer, long id)
     return false;
 }
 
+// A shape alone in a scene, its handles at the scale of a zoom.
+template <class Shape>
+struct ZoomedShape
+{
+    explicit ZoomedShape(double zoom) { shape.SetScale(float(zoom)); }
+
+    QGraphicsScene scene;
+    Shape shape{&scene};
+};
+
 // The cursor over each of the eight handles of a box from (0, 0) to
 // (100, 60), 1 top left clockwise to 8 left, inside it off the handles and
 // outside it, in columns "point" (scene) and "cursor"; a shape test adds its
