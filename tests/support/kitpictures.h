@@ -80,9 +80,11 @@ inline void addMarkedPictureRows()
         {"16-bit, high value", CV_16UC1, 0, 65535.0},
         {"8-bit, three channels, blue only", CV_8UC3, 0, 3.0},
         {"8-bit, three channels, red only", CV_8UC3, 2, 128.0},
+        {"8-bit, three channels, red only, value 1", CV_8UC3, 2, 1.0},
         {"16-bit, three channels, middle only", CV_16UC3, 1, 4096.0},
         {"16-bit, three channels, last only", CV_16UC3, 2, 512.0},
         {"8-bit, four channels, alpha only", CV_8UC4, 3, 9.0},
+        {"8-bit, four channels, alpha only, value 200", CV_8UC4, 3, 200.0},
         {"8-bit, two channels, second only", CV_8UC2, 1, 1.0},
         {"16-bit, four channels, second only", CV_16UC4, 1, 1.0},
     };
