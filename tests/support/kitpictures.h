@@ -10,6 +10,7 @@
 #include <QtTest/QTest>
 
 #include <opencv2/core.hpp>
+#include <opencv2/core/check.hpp>
 
 #include <cstddef>
 #include <initializer_list>
@@ -61,7 +62,8 @@ inline cv::Mat markedPicture(int width, int height, int cvType, int channel, dou
 }
 
 // The rows of a test over marked pictures: the OpenCV type, the channel that
-// holds the mark and its value, each row named by them.
+// holds the mark and its value, each row named by them ("CV_16UC3, channel 2,
+// value 512"): small and large values, a low byte of zero, any one channel.
 inline void addMarkedPictureRows()
 {
     QTest::addColumn<int>("cvType");
@@ -69,27 +71,19 @@ inline void addMarkedPictureRows()
     QTest::addColumn<double>("value");
     const struct
     {
-        const char* name;
         int cvType;
         int channel;
         double value;
     } rows[] = {
-        {"8-bit, one channel", CV_8UC1, 0, 1.0},
-        {"8-bit, one channel, value 255", CV_8UC1, 0, 255.0},
-        {"16-bit, low byte zero", CV_16UC1, 0, 256.0},
-        {"16-bit, high value", CV_16UC1, 0, 65535.0},
-        {"8-bit, three channels, blue only", CV_8UC3, 0, 3.0},
-        {"8-bit, three channels, red only", CV_8UC3, 2, 128.0},
-        {"8-bit, three channels, red only, value 1", CV_8UC3, 2, 1.0},
-        {"16-bit, three channels, middle only", CV_16UC3, 1, 4096.0},
-        {"16-bit, three channels, last only", CV_16UC3, 2, 512.0},
-        {"8-bit, four channels, alpha only", CV_8UC4, 3, 9.0},
-        {"8-bit, four channels, alpha only, value 200", CV_8UC4, 3, 200.0},
-        {"8-bit, two channels, second only", CV_8UC2, 1, 1.0},
-        {"16-bit, four channels, second only", CV_16UC4, 1, 1.0},
+        {CV_8UC1, 0, 1.0},   {CV_8UC1, 0, 255.0},   {CV_16UC1, 0, 256.0}, {CV_16UC1, 0, 65535.0},
+        {CV_8UC3, 0, 3.0},   {CV_8UC3, 2, 128.0},   {CV_8UC3, 2, 1.0},    {CV_16UC3, 1, 4096.0},
+        {CV_16UC3, 2, 512.0}, {CV_8UC4, 3, 9.0},    {CV_8UC4, 3, 200.0},  {CV_8UC2, 1, 1.0},
+        {CV_16UC4, 1, 1.0},
     };
-    for (const auto& row : rows)
-        QTest::newRow(row.name) << row.cvType << row.channel << row.value;
+    for (const auto& row : rows) {
+        QTest::addRow("%s, channel %d, value %g", cv::typeToString(row.cvType).c_str(), row.channel, row.value)
+            << row.cvType << row.channel << row.value;
+    }
 }
 
 // A Qt picture of one colour.
