@@ -1,3 +1,5 @@
+#include "kitpictures.h"
+
 #include "KESImageWnd.h"
 
 #include <QtTest>
@@ -37,7 +39,7 @@ void tst_DataInterface::nullVorImageIsInvalid()
 
 void tst_DataInterface::vorImageWithPixelsIsValid()
 {
-    VorImage one(cv::Mat(1, 1, CV_8UC1, cv::Scalar(0)));
+    VorImage one = Kit::greyPicture(1, 1, 0);
     QCOMPARE(IsValidVorImage(&one), true);
     VorImage row(cv::Mat(1, 7, CV_16UC3, cv::Scalar(0)));
     QCOMPARE(IsValidVorImage(&row), true);

@@ -378,16 +378,11 @@ void FacadeLifecycleTest::createShowsTheWindowLastAndStoresItOnlyThen()
 
 void FacadeLifecycleTest::enumAndFlagValues()
 {
-    QCOMPARE(int(KESImageWnd::LAYER_IMAGE), 0);
-    QCOMPARE(int(KESImageWnd::LAYER_SHAPE), 1);
-    QCOMPARE(int(KESImageWnd::LAYER_FORE), 2);
+    Kit::verifyCodesCountUp(0, {KESImageWnd::LAYER_IMAGE, KESImageWnd::LAYER_SHAPE, KESImageWnd::LAYER_FORE});
     QCOMPARE(int(CMainWindow::WF_TOOLBAR), 1);
     QCOMPARE(int(CMainWindow::WF_SCROLLBAR), 2);
     QCOMPARE(int(CMainWindow::WF_STATUSBAR), 4);
-    QCOMPARE(int(VOR_ZOOM_IN), 0);
-    QCOMPARE(int(VOR_ZOOM_OUT), 1);
-    QCOMPARE(int(VOR_ZOOM_FIT), 2);
-    QCOMPARE(int(VOR_ZOOM_ORG), 3);
+    Kit::verifyCodesCountUp(0, {VOR_ZOOM_IN, VOR_ZOOM_OUT, VOR_ZOOM_FIT, VOR_ZOOM_ORG});
 }
 
 void FacadeLifecycleTest::destroyedConnectionOfTheWindowIsCutByItsDestructor()

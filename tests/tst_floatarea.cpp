@@ -28,6 +28,21 @@ namespace {
 const char* const kNumberStyle = "min-width: 28px; min-height: 28px;max-width:28px; max-height: 28px;"
                                  "border-radius: 14px;  border:1px solid black;background:grey";
 
+// A widget's show switch of the facade, whose call without an argument hides:
+// true shows it, no argument and false hide it.
+template <class Show, class ShowByDefault>
+void verifyShowSwitch(const QWidget* widget, Show show, ShowByDefault showByDefault)
+{
+    show(true);
+    QVERIFY(widget->isVisible());
+    showByDefault();
+    QVERIFY(widget->isHidden());
+    show(true);
+    QVERIFY(widget->isVisible());
+    show(false);
+    QVERIFY(widget->isHidden());
+}
+
 } // namespace
 
 class tst_FloatArea : public QObject
@@ -85,14 +100,8 @@ void tst_FloatArea::floatAreaVisibleWithoutArgumentHides()
 {
     EmbeddedWindow e;
     FloatAreaWidget* area = e.view()->floatArea();
-    e.wnd->SetFloatAreaVisible(true);
-    QVERIFY(area->isVisible());
-    e.wnd->SetFloatAreaVisible();
-    QVERIFY(area->isHidden());
-    e.wnd->SetFloatAreaVisible(true);
-    QVERIFY(area->isVisible());
-    e.wnd->SetFloatAreaVisible(false);
-    QVERIFY(area->isHidden());
+    verifyShowSwitch(area, [&e](bool show) { e.wnd->SetFloatAreaVisible(show); },
+                     [&e] { e.wnd->SetFloatAreaVisible(); });
 }
 
 void tst_FloatArea::zoomButtonsActLikeTheToolbarButtons_data()
@@ -253,12 +262,7 @@ void tst_FloatArea::numberLabelHoldsOneUntilSetNum()
     QCOMPARE(number->size(), QSize(30, 30));
     e.wnd->setNum("12");
     QCOMPARE(number->text(), QString("12"));
-    e.wnd->setNumVisible();
-    QVERIFY(number->isHidden());
-    e.wnd->setNumVisible(true);
-    QVERIFY(number->isVisible());
-    e.wnd->setNumVisible(false);
-    QVERIFY(number->isHidden());
+    verifyShowSwitch(number, [&e](bool show) { e.wnd->setNumVisible(show); }, [&e] { e.wnd->setNumVisible(); });
 
     // Area and label lie at the same point.
     QCOMPARE(e.view()->floatArea()->pos(), number->pos());

@@ -1,3 +1,5 @@
+#include "kitcompare.h"
+
 #include "geometryhelpers.h"
 
 #include <QImage>

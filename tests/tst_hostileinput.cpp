@@ -4,6 +4,8 @@
 // real events to the view's viewport. Each case checks what the window reports
 // or keeps afterwards, and that it still answers ordinary input.
 
+#include "testkit.h"
+
 #include <QtTest/QtTest>
 
 #include "KESImageWnd.h"
@@ -24,6 +26,8 @@
 #include <limits>
 #include <memory>
 
+using namespace Kit;
+
 namespace {
 
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -34,59 +38,29 @@ const double kPanScale = 8.0;
 const int kWidgetMax = QWIDGETSIZE_MAX;
 
 // A host widget with a window made in it through the facade, a picture shown.
-class HostWithWindow
+class HostWithWindow : public EmbeddedWindow
 {
 public:
     HostWithWindow()
-        : host(new QWidget)
-        , wnd(new KESImageWnd)
     {
-        host->resize(640, 480);
-        host->show();
-        created = wnd->create(reinterpret_cast<qlonglong>(host.get()));
-        QImage picture(200, 100, QImage::Format_RGB32);
-        picture.fill(qRgb(40, 80, 120));
         if (created == 0)
-            shown = wnd->setBackground(picture);
-    }
-    ~HostWithWindow()
-    {
-        wnd->destory();
-        wnd.reset();
-        host.reset();
+            shown = setPicture(Kit::qtPicture(200, 100, qRgb(40, 80, 120)));
     }
 
-    ImageCtrlView* view() const { return wnd->mainWindow()->GetImageCtrlView(); }
-    QWidget* viewport() const { return view()->viewport(); }
+    QScrollBar* horizontal() const { return view()->horizontalScrollBar(); }
+    QScrollBar* vertical() const { return view()->verticalScrollBar(); }
 
     // Zooms in until the picture is larger than the view: both scroll bars
     // then have a range to pan over.
     bool zoomInToScroll()
     {
-        const QScrollBar* h = view()->horizontalScrollBar();
-        const QScrollBar* v = view()->verticalScrollBar();
+        const QScrollBar* h = horizontal();
+        const QScrollBar* v = vertical();
         return created == 0 && wnd->zoom(kPanScale) == 0 && h->maximum() > h->minimum() && v->maximum() > v->minimum();
     }
 
-    std::unique_ptr<QWidget> host;
-    std::unique_ptr<KESImageWnd> wnd;
-    long created = -1;
     long shown = -1;
 };
-
-void sendMouse(QWidget* viewport, QEvent::Type type, const QPointF& local, Qt::MouseButton button,
-               Qt::MouseButtons buttons)
-{
-    QMouseEvent event(type, local, local, local, button, buttons, Qt::NoModifier);
-    QApplication::sendEvent(viewport, &event);
-}
-
-void sendWheel(QWidget* viewport, const QPointF& local, int delta)
-{
-    QWheelEvent event(local, local, QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
-                      false);
-    QApplication::sendEvent(viewport, &event);
-}
 
 QString crossPointText(KESImageWnd& wnd)
 {
@@ -151,9 +125,7 @@ private slots:
         QFETCH(int, right);
         QFETCH(int, bottom);
         QFETCH(QRect, geometry);
-        QWidget host;
-        host.resize(640, 480);
-        host.show();
+        HostWidget host;
         KESImageWnd wnd;
         if (move) {
             QCOMPARE(wnd.create(reinterpret_cast<qlonglong>(&host), 0, 0, 400, 300), 0L);
@@ -215,32 +187,31 @@ private slots:
         HostWithWindow fixture;
         QCOMPARE(fixture.created, 0L);
         ImageCtrlView* view = fixture.view();
-        QWidget* viewport = fixture.viewport();
         QSignalSpy presses(view, &ImageCtrlView::sigMousePress);
         QSignalSpy rightPresses(view, &ImageCtrlView::sigMouseRightPress);
         QSignalSpy clicks(view, &ImageCtrlView::mouseClicked);
         QSignalSpy hostClicks(fixture.wnd.get(), SIGNAL(mouseClicked(double, double)));
         const QPointF unsent(x, y);
 
-        sendMouse(viewport, QEvent::MouseButtonPress, unsent, Qt::LeftButton, Qt::LeftButton);
-        sendMouse(viewport, QEvent::MouseButtonRelease, unsent, Qt::LeftButton, Qt::NoButton);
-        sendMouse(viewport, QEvent::MouseButtonPress, unsent, Qt::RightButton, Qt::RightButton);
+        sendMouseAsIs(view, QEvent::MouseButtonPress, unsent, Qt::LeftButton, Qt::LeftButton);
+        sendMouseAsIs(view, QEvent::MouseButtonRelease, unsent, Qt::LeftButton, Qt::NoButton);
+        sendMouseAsIs(view, QEvent::MouseButtonPress, unsent, Qt::RightButton, Qt::RightButton);
         QCOMPARE(presses.count(), 0);
         QCOMPARE(rightPresses.count(), 0);
         QVERIFY(!view->isRightDown());
         QVERIFY(!view->isCrossDragging());
-        sendMouse(viewport, QEvent::MouseButtonRelease, unsent, Qt::RightButton, Qt::NoButton);
+        sendMouseAsIs(view, QEvent::MouseButtonRelease, unsent, Qt::RightButton, Qt::NoButton);
         QCOMPARE(clicks.count(), 0);
         QCOMPARE(hostClicks.count(), 0);
 
         // The next ordinary press is reported where it happens.
         const QPoint ordinary(120, 90);
-        sendMouse(viewport, QEvent::MouseButtonPress, ordinary, Qt::LeftButton, Qt::LeftButton);
+        sendMouseAsIs(view, QEvent::MouseButtonPress, ordinary, Qt::LeftButton, Qt::LeftButton);
         QCOMPARE(presses.count(), 1);
         const QPointF scenePos = view->mapToScene(ordinary);
         QCOMPARE(presses.at(0).at(0).toDouble(), scenePos.x());
         QCOMPARE(presses.at(0).at(1).toDouble(), scenePos.y());
-        sendMouse(viewport, QEvent::MouseButtonRelease, ordinary, Qt::LeftButton, Qt::NoButton);
+        sendMouseAsIs(view, QEvent::MouseButtonRelease, ordinary, Qt::LeftButton, Qt::NoButton);
         QCOMPARE(clicks.count(), 1);
         QCOMPARE(hostClicks.count(), 1);
     }
@@ -253,9 +224,8 @@ private slots:
         HostWithWindow fixture;
         QVERIFY(fixture.zoomInToScroll());
         ImageCtrlView* view = fixture.view();
-        QWidget* viewport = fixture.viewport();
-        QScrollBar* h = view->horizontalScrollBar();
-        QScrollBar* v = view->verticalScrollBar();
+        QScrollBar* h = fixture.horizontal();
+        QScrollBar* v = fixture.vertical();
         h->setValue((h->minimum() + h->maximum()) / 2);
         v->setValue((v->minimum() + v->maximum()) / 2);
         const int hBefore = h->value();
@@ -267,30 +237,30 @@ private slots:
 
         // A pan: right press at an ordinary position, a move to the unsent one.
         const QPoint start(200, 150);
-        sendMouse(viewport, QEvent::MouseButtonPress, start, Qt::RightButton, Qt::RightButton);
+        sendMouseAsIs(view, QEvent::MouseButtonPress, start, Qt::RightButton, Qt::RightButton);
         QVERIFY(view->isRightDown());
-        sendMouse(viewport, QEvent::MouseMove, unsent, Qt::NoButton, Qt::RightButton);
+        sendMouseAsIs(view, QEvent::MouseMove, unsent, Qt::NoButton, Qt::RightButton);
         QCOMPARE(positions.count(), 0);
         QCOMPARE(h->value(), hBefore);
         QCOMPARE(v->value(), vBefore);
         QVERIFY(!view->isRightMoved());
-        sendMouse(viewport, QEvent::MouseButtonRelease, start, Qt::RightButton, Qt::NoButton);
+        sendMouseAsIs(view, QEvent::MouseButtonRelease, start, Qt::RightButton, Qt::NoButton);
         QCOMPARE(plainReleases.count(), 1);
         QCOMPARE(moveReleases.count(), 0);
 
         // A drag of the reticle: the held point stays where it was.
         const QPoint cross = view->crossPoint();
-        sendMouse(viewport, QEvent::MouseButtonPress, cross, Qt::LeftButton, Qt::LeftButton);
+        sendMouseAsIs(view, QEvent::MouseButtonPress, cross, Qt::LeftButton, Qt::LeftButton);
         QVERIFY(view->isCrossDragging());
-        sendMouse(viewport, QEvent::MouseMove, unsent, Qt::NoButton, Qt::LeftButton);
+        sendMouseAsIs(view, QEvent::MouseMove, unsent, Qt::NoButton, Qt::LeftButton);
         QCOMPARE(view->crossPoint(), cross);
-        sendMouse(viewport, QEvent::MouseButtonRelease, cross, Qt::LeftButton, Qt::NoButton);
+        sendMouseAsIs(view, QEvent::MouseButtonRelease, cross, Qt::LeftButton, Qt::NoButton);
         QVERIFY(!view->isCrossDragging());
 
         // A wheel step there changes no scale and reports no position.
         double ratio = 0.0;
-        sendWheel(viewport, unsent, 120);
-        sendWheel(viewport, unsent, -120);
+        wheelAsIs(view, unsent, kWheelNotch);
+        wheelAsIs(view, unsent, -kWheelNotch);
         QCOMPARE(fixture.wnd->getZoomRatio(&ratio), 0L);
         QCOMPARE(ratio, kPanScale);
         QCOMPARE(h->value(), hBefore);
@@ -298,7 +268,7 @@ private slots:
 
         // Ordinary moves are reported again.
         positions.clear();
-        sendMouse(viewport, QEvent::MouseMove, QPointF(30, 40), Qt::NoButton, Qt::NoButton);
+        sendMouseAsIs(view, QEvent::MouseMove, QPointF(30, 40), Qt::NoButton, Qt::NoButton);
         QCOMPARE(positions.count(), 1);
         QCOMPARE(positions.at(0).at(0).toPointF(), view->mapToScene(QPoint(30, 40)));
     }
@@ -310,22 +280,21 @@ private slots:
         HostWithWindow fixture;
         QVERIFY(fixture.zoomInToScroll());
         ImageCtrlView* view = fixture.view();
-        QWidget* viewport = fixture.viewport();
-        QScrollBar* h = view->horizontalScrollBar();
-        QScrollBar* v = view->verticalScrollBar();
+        QScrollBar* h = fixture.horizontal();
+        QScrollBar* v = fixture.vertical();
         QSignalSpy moveReleases(view, &ImageCtrlView::sigMouseRightMoveRelease);
         const QPointF nearCorner(-kWidgetMax, -kWidgetMax);
         const QPointF farCorner(kWidgetMax, kWidgetMax);
 
-        sendMouse(viewport, QEvent::MouseButtonPress, nearCorner, Qt::RightButton, Qt::RightButton);
-        sendMouse(viewport, QEvent::MouseMove, farCorner, Qt::NoButton, Qt::RightButton);
+        sendMouseAsIs(view, QEvent::MouseButtonPress, nearCorner, Qt::RightButton, Qt::RightButton);
+        sendMouseAsIs(view, QEvent::MouseMove, farCorner, Qt::NoButton, Qt::RightButton);
         QVERIFY(view->isRightMoved());
         QCOMPARE(h->value(), h->minimum());
         QCOMPARE(v->value(), v->minimum());
-        sendMouse(viewport, QEvent::MouseMove, nearCorner, Qt::NoButton, Qt::RightButton);
+        sendMouseAsIs(view, QEvent::MouseMove, nearCorner, Qt::NoButton, Qt::RightButton);
         QCOMPARE(h->value(), h->maximum());
         QCOMPARE(v->value(), v->maximum());
-        sendMouse(viewport, QEvent::MouseButtonRelease, nearCorner, Qt::RightButton, Qt::NoButton);
+        sendMouseAsIs(view, QEvent::MouseButtonRelease, nearCorner, Qt::RightButton, Qt::NoButton);
         QCOMPARE(moveReleases.count(), 1);
         const QPointF scenePos = view->mapToScene(QPoint(-kWidgetMax, -kWidgetMax));
         QCOMPARE(moveReleases.at(0).at(0).toDouble(), scenePos.x());

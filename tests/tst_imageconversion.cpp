@@ -1,3 +1,5 @@
+#include "kitpictures.h"
+
 #include "KESImageWnd.h"
 
 #include <QtTest>
@@ -297,7 +299,7 @@ void tst_ImageConversion::otherFormatsGoBackEmpty()
 {
     QImage image(2, 2, QImage::Format_RGB888);
     image.fill(Qt::red);
-    VorImage target(cv::Mat(3, 3, CV_8UC1, cv::Scalar(1)));
+    VorImage target = Kit::greyPicture(3, 3, 1);
     ConvertQImageToVorImage(image, &target);
     QCOMPARE(target.Width(), 0);
     QCOMPARE(target.Height(), 0);

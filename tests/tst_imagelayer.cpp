@@ -465,41 +465,40 @@ void tst_ImageLayer::updateInFitModelFitsInDoublePrecision()
     QCOMPARE(v.scene()->getScale(), 300.0 / 7.0);
     QVERIFY(v.scene()->getScale() != double(float(300.0 / 7.0)));
     const QMatrix m = v.view->matrix();
-    QCOMPARE(m.m11(), 300.0 / 7.0);
-    QCOMPARE(m.m22(), 300.0 / 7.0);
-    QCOMPARE(m.m12(), 0.0);
-    QCOMPARE(m.m21(), 0.0);
+    const double scale = 300.0 / 7.0;
+    QCOMPARE((QList<double>{m.m11(), m.m22(), m.m12(), m.m21()}), (QList<double>{scale, scale, 0.0, 0.0}));
 }
 
 void tst_ImageLayer::fitChoosesRatioWithSinglePrecisionTolerance_data()
 {
-    QTest::addColumn<float>("viewWidth");
-    QTest::addColumn<float>("viewHeight");
-    QTest::addColumn<int>("imageWidth");
-    QTest::addColumn<int>("imageHeight");
+    // The view's size in single precision, held exactly by QSizeF.
+    QTest::addColumn<QSizeF>("view");
+    QTest::addColumn<QSize>("image");
     QTest::addColumn<bool>("widthRatioWins");
 
-    QTest::newRow("width ratio smaller") << 200.0f << 300.0f << 100 << 100 << true;
-    QTest::newRow("height ratio smaller") << 300.0f << 200.0f << 100 << 100 << false;
-    QTest::newRow("equal ratios") << 200.0f << 100.0f << 100 << 50 << true;
+    QTest::newRow("width ratio smaller") << QSizeF(200.0f, 300.0f) << QSize(100, 100) << true;
+    QTest::newRow("height ratio smaller") << QSizeF(300.0f, 200.0f) << QSize(100, 100) << false;
+    QTest::newRow("equal ratios") << QSizeF(200.0f, 100.0f) << QSize(100, 50) << true;
     // rw - rh = 7.6e-8 lies within the tolerance: the larger width ratio wins.
     QTest::newRow("width ratio larger by far less than tolerance")
-        << std::nextafter(100.0f, 200.0f) << 100.0f << 100 << 100 << true;
+        << QSizeF(std::nextafter(100.0f, 200.0f), 100.0f) << QSize(100, 100) << true;
     // 1.000001f - 1 = 9.54e-7, below 0.000001f as a double (9.99999997e-7).
-    QTest::newRow("width ratio larger just within tolerance") << 1.000001f << 1.0f << 1 << 1 << true;
+    QTest::newRow("width ratio larger just within tolerance") << QSizeF(1.000001f, 1.0f) << QSize(1, 1) << true;
     // The next float is 1.07e-6 above 1: beyond the tolerance.
     QTest::newRow("width ratio larger just beyond tolerance")
-        << std::nextafter(1.000001f, 2.0f) << 1.0f << 1 << 1 << false;
-    QTest::newRow("width ratio larger by 0.5") << 150.0f << 100.0f << 100 << 100 << false;
+        << QSizeF(std::nextafter(1.000001f, 2.0f), 1.0f) << QSize(1, 1) << false;
+    QTest::newRow("width ratio larger by 0.5") << QSizeF(150.0f, 100.0f) << QSize(100, 100) << false;
 }
 
 void tst_ImageLayer::fitChoosesRatioWithSinglePrecisionTolerance()
 {
-    QFETCH(float, viewWidth);
-    QFETCH(float, viewHeight);
-    QFETCH(int, imageWidth);
-    QFETCH(int, imageHeight);
+    QFETCH(QSizeF, view);
+    QFETCH(QSize, image);
     QFETCH(bool, widthRatioWins);
+    const float viewWidth = float(view.width());
+    const float viewHeight = float(view.height());
+    const int imageWidth = image.width();
+    const int imageHeight = image.height();
 
     StandaloneView v;
     v.scene()->setViewSize(viewWidth, viewHeight);

@@ -19,6 +19,9 @@
 using Kit::near;
 using Kit::Params;
 using Kit::place;
+using Kit::addBoxHandleCursorRows;
+using Kit::CursorView;
+using Kit::verifyZValueReaches;
 
 namespace {
 
@@ -71,6 +74,7 @@ private slots:
     void handleCursorOnViewport_data();
     void handleCursorOnViewport();
     void itemsLeaveTheSceneWithTheShape();
+    void unturnedEllipseGivesPointsBackBitForBit();
 };
 
 void tst_ODEllipse::negativeRadiiKeepTheRotationHandleAboveTheTop()
@@ -205,19 +209,24 @@ void tst_ODEllipse::updateOrgDataWritesTheSlotsOfTheNumber_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<Params>("expected");
-    // Reference 1, 2, 3, 4; current geometry 10, 20, 30, 40.
-    QTest::newRow("0 centre") << 0 << Params{10, 20, 3, 4};
-    QTest::newRow("1 both radii") << 1 << Params{1, 2, 30, 40};
-    QTest::newRow("2 radius y") << 2 << Params{1, 2, 3, 40};
-    QTest::newRow("3 both radii") << 3 << Params{1, 2, 30, 40};
-    QTest::newRow("4 radius x") << 4 << Params{1, 2, 30, 4};
-    QTest::newRow("5 both radii") << 5 << Params{1, 2, 30, 40};
-    QTest::newRow("6 radius y") << 6 << Params{1, 2, 3, 40};
-    QTest::newRow("7 both radii") << 7 << Params{1, 2, 30, 40};
-    QTest::newRow("8 radius x") << 8 << Params{1, 2, 30, 4};
-    QTest::newRow("9 nothing") << 9 << Params{1, 2, 3, 4};
-    QTest::newRow("10 nothing") << 10 << Params{1, 2, 3, 4};
-    QTest::newRow("-1 nothing") << -1 << Params{1, 2, 3, 4};
+    // Reference 1, 2, 3, 4; current geometry 10, 20, 30, 40. The corner
+    // handles write both radii, the edge handles one, the body the centre.
+    const struct
+    {
+        const char* written;
+        Params expected;
+        std::initializer_list<int> numbers;
+    } groups[] = {
+        {"centre", {10, 20, 3, 4}, {0}},
+        {"both radii", {1, 2, 30, 40}, {1, 3, 5, 7}},
+        {"radius y", {1, 2, 3, 40}, {2, 6}},
+        {"radius x", {1, 2, 30, 4}, {4, 8}},
+        {"nothing", {1, 2, 3, 4}, {9, 10, -1}},
+    };
+    for (const auto& group : groups) {
+        for (int number : group.numbers)
+            QTest::addRow("%d %s", number, group.written) << number << group.expected;
+    }
 }
 
 void tst_ODEllipse::updateOrgDataWritesTheSlotsOfTheNumber()
@@ -353,9 +362,8 @@ void tst_ODEllipse::handlesLieOnTheBoundingRectangle_data()
 void tst_ODEllipse::handlesLieOnTheBoundingRectangle()
 {
     QFETCH(double, zoom);
-    QGraphicsScene scene;
-    ODEllipse shape(&scene);
-    shape.SetScale(float(zoom));
+    Kit::ZoomedShape<ODEllipse> zoomed(zoom);
+    ODEllipse& shape = zoomed.shape;
     place(shape, 100, 100, 40, 20, 0);
     const double s = shape.handleScale();
     const QVector<QPointF> points = unturnedHandlePoints(QPointF(100, 100), 40, 20, s);
@@ -582,52 +590,33 @@ void tst_ODEllipse::setZValueReachesBothItems()
 {
     QGraphicsScene scene;
     ODEllipse shape(&scene);
-    shape.setZValue(3001);
-    QCOMPARE(shape.ellipseItem()->zValue(), 3001.0);
-    QCOMPARE(shape.handleItem()->zValue(), 3001.0);
-    shape.setZValue(-4);
-    QCOMPARE(shape.ellipseItem()->zValue(), -4.0);
-    QCOMPARE(shape.handleItem()->zValue(), -4.0);
+    verifyZValueReaches(shape, {shape.ellipseItem(), shape.handleItem()});
 }
 
 void tst_ODEllipse::handleCursorOnViewport_data()
 {
-    QTest::addColumn<QPointF>("point");
-    QTest::addColumn<Qt::CursorShape>("cursor");
     // Centre (50, 30), radii 50 and 30, unturned.
-    QTest::newRow("1 top left") << QPointF(0, 0) << Qt::SizeFDiagCursor;
-    QTest::newRow("2 top") << QPointF(50, 0) << Qt::SizeVerCursor;
-    QTest::newRow("3 top right") << QPointF(100, 0) << Qt::SizeBDiagCursor;
-    QTest::newRow("4 right") << QPointF(100, 30) << Qt::SizeHorCursor;
-    QTest::newRow("5 bottom right") << QPointF(100, 60) << Qt::SizeFDiagCursor;
-    QTest::newRow("6 bottom") << QPointF(50, 60) << Qt::SizeVerCursor;
-    QTest::newRow("7 bottom left") << QPointF(0, 60) << Qt::SizeBDiagCursor;
-    QTest::newRow("8 left") << QPointF(0, 30) << Qt::SizeHorCursor;
+    addBoxHandleCursorRows();
     QTest::newRow("9 rotation") << QPointF(50, -10) << Qt::CrossCursor;
-    QTest::newRow("inside, off the handles") << QPointF(50, 30) << Qt::ArrowCursor;
-    QTest::newRow("outside") << QPointF(-20, -20) << Qt::ArrowCursor;
 }
 
 void tst_ODEllipse::handleCursorOnViewport()
 {
     QFETCH(QPointF, point);
     QFETCH(Qt::CursorShape, cursor);
-    QGraphicsScene scene;
-    QGraphicsView view(&scene);
-    view.setCursor(Qt::WaitCursor);
-    view.viewport()->setCursor(Qt::WaitCursor);
-    ODEllipse shape(&scene);
+    CursorView v;
+    ODEllipse shape(&v.scene);
     place(shape, 50, 30, 50, 30, 0);
     shape.ShowHandle();
     shape.setHandleCursor(point);
-    QCOMPARE(view.viewport()->cursor().shape(), cursor);
-    QCOMPARE(view.cursor().shape(), Qt::WaitCursor);
+    QCOMPARE(v.viewportCursor(), cursor);
+    QCOMPARE(v.viewCursor(), Qt::WaitCursor);
 
     // Without the visible mark, no handle counts.
     shape.HideHandle();
-    view.viewport()->setCursor(Qt::WaitCursor);
+    v.view.viewport()->setCursor(Qt::WaitCursor);
     shape.setHandleCursor(point);
-    QCOMPARE(view.viewport()->cursor().shape(), Qt::ArrowCursor);
+    QCOMPARE(v.viewportCursor(), Qt::ArrowCursor);
 }
 
 void tst_ODEllipse::itemsLeaveTheSceneWithTheShape()
@@ -642,15 +631,7 @@ void tst_ODEllipse::itemsLeaveTheSceneWithTheShape()
 
 // Exact comparisons: QCOMPARE and QPointF's == forgive differences far larger
 // than the rounding that a turn by 0 through the trigonometry leaves.
-class tst_ODEllipseExact : public tst_ODEllipse
-{
-    Q_OBJECT
-
-private slots:
-    void unturnedEllipseGivesPointsBackBitForBit();
-};
-
-void tst_ODEllipseExact::unturnedEllipseGivesPointsBackBitForBit()
+void tst_ODEllipse::unturnedEllipseGivesPointsBackBitForBit()
 {
     QGraphicsScene scene;
     ODEllipse shape(&scene);
@@ -675,5 +656,5 @@ void tst_ODEllipseExact::unturnedEllipseGivesPointsBackBitForBit()
     QVERIFY(turned.x() != p.x() || turned.y() != p.y());
 }
 
-QTEST_MAIN(tst_ODEllipseExact)
+QTEST_MAIN(tst_ODEllipse)
 #include "tst_odellipse.moc"

@@ -131,6 +131,9 @@ QVector<Arrow> arrowsOf(const QPainterPath& path)
 using Kit::edgesOf;
 using Kit::paramsOf;
 using Kit::pathOfRects;
+using Kit::addBoxHandleCursorRows;
+using Kit::CursorView;
+using Kit::verifyZValueReaches;
 
 Q_DECLARE_METATYPE(Params)
 
@@ -553,9 +556,8 @@ void tst_ODRect1::handlesSitAtCornersAndEdgeCentres()
 {
     QFETCH(double, zoom);
     const double side = Kit::handleSideInScene(zoom);
-    QGraphicsScene scene;
-    ODRect1 shape(&scene);
-    shape.SetScale(float(zoom));
+    Kit::ZoomedShape<ODRect1> zoomed(zoom);
+    ODRect1& shape = zoomed.shape;
     shape.SetRect(0, 0, 100, 60);
     shape.ShowShape();
     shape.UpdateHandles();
@@ -673,48 +675,27 @@ void tst_ODRect1::setZValueReachesAllThreeItems()
 {
     QGraphicsScene scene;
     ODRect1 shape(&scene);
-    shape.setZValue(3001);
-    QCOMPARE(shape.rectItem()->zValue(), 3001.0);
-    QCOMPARE(shape.searchLineItem()->zValue(), 3001.0);
-    QCOMPARE(shape.handleItem()->zValue(), 3001.0);
-    shape.setZValue(-4);
-    QCOMPARE(shape.rectItem()->zValue(), -4.0);
-    QCOMPARE(shape.searchLineItem()->zValue(), -4.0);
-    QCOMPARE(shape.handleItem()->zValue(), -4.0);
+    verifyZValueReaches(shape, {shape.rectItem(), shape.searchLineItem(), shape.handleItem()});
 }
 
 void tst_ODRect1::handleCursorOnViewport_data()
 {
-    QTest::addColumn<QPointF>("point");
-    QTest::addColumn<Qt::CursorShape>("cursor");
-    QTest::newRow("1 top left") << QPointF(0, 0) << Qt::SizeFDiagCursor;
-    QTest::newRow("2 top") << QPointF(50, 0) << Qt::SizeVerCursor;
-    QTest::newRow("3 top right") << QPointF(100, 0) << Qt::SizeBDiagCursor;
-    QTest::newRow("4 right") << QPointF(100, 30) << Qt::SizeHorCursor;
-    QTest::newRow("5 bottom right") << QPointF(100, 60) << Qt::SizeFDiagCursor;
-    QTest::newRow("6 bottom") << QPointF(50, 60) << Qt::SizeVerCursor;
-    QTest::newRow("7 bottom left") << QPointF(0, 60) << Qt::SizeBDiagCursor;
-    QTest::newRow("8 left") << QPointF(0, 30) << Qt::SizeHorCursor;
+    addBoxHandleCursorRows();
     QTest::newRow("edge of handle 1") << QPointF(3, 3) << Qt::SizeFDiagCursor;
-    QTest::newRow("inside, off the handles") << QPointF(50, 30) << Qt::ArrowCursor;
-    QTest::newRow("outside") << QPointF(-20, -20) << Qt::ArrowCursor;
 }
 
 void tst_ODRect1::handleCursorOnViewport()
 {
     QFETCH(QPointF, point);
     QFETCH(Qt::CursorShape, cursor);
-    QGraphicsScene scene;
-    QGraphicsView view(&scene);
-    view.setCursor(Qt::WaitCursor);
-    view.viewport()->setCursor(Qt::WaitCursor);
-    ODRect1 shape(&scene);
+    CursorView v;
+    ODRect1 shape(&v.scene);
     shape.SetRect(0, 0, 100, 60);
     shape.ShowShape();
     shape.ShowHandle();
     shape.setHandleCursor(point);
-    QCOMPARE(view.viewport()->cursor().shape(), cursor);
-    QCOMPARE(view.cursor().shape(), Qt::WaitCursor);
+    QCOMPARE(v.viewportCursor(), cursor);
+    QCOMPARE(v.viewCursor(), Qt::WaitCursor);
 }
 
 void tst_ODRect1::handleCursorNeedsVisibleHandleMark()

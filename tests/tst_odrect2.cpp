@@ -124,9 +124,8 @@ void tst_ODRect2::handlesOfARectangleTurnedBy90()
 {
     QFETCH(double, zoom);
     const double s = Kit::handleScale(zoom);
-    QGraphicsScene scene;
-    ODRect2 shape(&scene);
-    shape.SetScale(float(zoom));
+    Kit::ZoomedShape<ODRect2> zoomed(zoom);
+    ODRect2& shape = zoomed.shape;
     place(shape, 100, 100, 40, 20, 90);
 
     // Turned a quarter counter-clockwise on the screen about (100, 100).

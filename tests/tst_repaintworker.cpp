@@ -11,11 +11,11 @@
 #include "imagectrlview.h"
 #include "testkit.h"
 
+#include <QProcess>
 #include <QThread>
 
-#include <opencv2/core.hpp>
-
 #include <atomic>
+#include <cstdio>
 
 namespace {
 
@@ -25,7 +25,7 @@ const QPointF kPictureCentre(kPictureWidth / 2.0, kPictureHeight / 2.0);
 
 VorImage colourPicture(int red, int green, int blue)
 {
-    return VorImage(cv::Mat(kPictureHeight, kPictureWidth, CV_8UC3, cv::Scalar(blue, green, red)));
+    return Kit::colourPicture(kPictureWidth, kPictureHeight, red, green, blue);
 }
 
 // Notes whether the viewport has been painted while the layer showed a picture
@@ -137,6 +137,18 @@ private:
 
 using Kit::viewportColourAt;
 
+// A host window showing a red picture, which the tests queue others behind.
+class RedWindow : public EmbeddedWindow
+{
+public:
+    RedWindow()
+        : shownRed(setPicture(colourPicture(255, 0, 0)))
+    {
+    }
+
+    long shownRed;
+};
+
 } // namespace
 
 class RepaintWorkerTest : public QObject
@@ -150,6 +162,7 @@ private slots:
     void repaintWaitsWhileTheWindowThreadIsBusy();
     void repaintWithNothingQueuedLeavesThePicture();
     void repaintWithoutWindowReturnsAtOnce();
+    void repaintOnTheWindowThreadReportsADeadLockAndNeverReturns();
 };
 
 void RepaintWorkerTest::init()
@@ -159,10 +172,9 @@ void RepaintWorkerTest::init()
 
 void RepaintWorkerTest::repaintFromWorkerReturnsOnceThePictureIsShown()
 {
-    EmbeddedWindow fixture;
-    ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage red = colourPicture(255, 0, 0);
-    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    ImageLayer* layer = fixture.imageLayer();
     QCoreApplication::processEvents();
     QCOMPARE(viewportColourAt(fixture.view(), kPictureCentre), qRgb(255, 0, 0));
 
@@ -192,10 +204,9 @@ void RepaintWorkerTest::repaintFromWorkerReturnsOnceThePictureIsShown()
 
 void RepaintWorkerTest::repaintWaitsWhileTheWindowThreadIsBusy()
 {
-    EmbeddedWindow fixture;
-    ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage red = colourPicture(255, 0, 0);
-    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    ImageLayer* layer = fixture.imageLayer();
     VorImage blue = colourPicture(0, 0, 255);
     QVERIFY(layer->LoadVorImage(&blue));
 
@@ -217,10 +228,9 @@ void RepaintWorkerTest::repaintWaitsWhileTheWindowThreadIsBusy()
 
 void RepaintWorkerTest::repaintWithNothingQueuedLeavesThePicture()
 {
-    EmbeddedWindow fixture;
-    ImageLayer* layer = fixture.scene()->GetImageLayer();
-    VorImage red = colourPicture(255, 0, 0);
-    QCOMPARE(fixture.wnd->setBackground(red), 0L);
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    ImageLayer* layer = fixture.imageLayer();
     QCOMPARE(fixture.wnd->zoom(2.0), 0L);
 
     RepaintWorker worker(fixture.wnd.get(), layer, nullptr, 2);
@@ -251,10 +261,6 @@ void RepaintWorkerTest::repaintWithoutWindowReturnsAtOnce()
 // the thread that is making it, so Qt reports a dead lock and the call never
 // returns. The call runs in a child process of this binary, which is left
 // hanging and then killed.
-
-#include <QProcess>
-
-#include <cstdio>
 
 namespace {
 
@@ -298,16 +304,7 @@ int repaintOnTheWindowThread()
 
 } // namespace
 
-// The worker's calls above and the window thread's call below.
-class RepaintThreadsTest : public RepaintWorkerTest
-{
-    Q_OBJECT
-
-private slots:
-    void repaintOnTheWindowThreadReportsADeadLockAndNeverReturns();
-};
-
-void RepaintThreadsTest::repaintOnTheWindowThreadReportsADeadLockAndNeverReturns()
+void RepaintWorkerTest::repaintOnTheWindowThreadReportsADeadLockAndNeverReturns()
 {
     QProcess child;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -344,7 +341,7 @@ int main(int argc, char* argv[])
     app.setAttribute(Qt::AA_Use96Dpi, true);
     if (app.arguments().contains(QString(kRepaintOnWindowThreadArgument)))
         return repaintOnTheWindowThread();
-    RepaintThreadsTest test;
+    RepaintWorkerTest test;
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(&test, argc, argv);
 }

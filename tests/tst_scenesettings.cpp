@@ -80,11 +80,11 @@ void tst_SceneSettings::freshSceneIsInSelectModeWithoutOverlay()
 {
     ImageCtrlScene scene;
     QCOMPARE(scene.GetDrawMode(), DM_SELECT);
-    QCOMPARE(scene.isOverlay(), false);
-    QCOMPARE(scene.isStaticOverlay(), false);
-    QCOMPARE(scene.isEnableMoveROI(), true);
-    QCOMPARE(scene.isEnableMoveOverlay(), true);
-    QCOMPARE(scene.isEnableMoveStaticOverlay(), true);
+    QVERIFY(!scene.isOverlay());
+    QVERIFY(!scene.isStaticOverlay());
+    QVERIFY(scene.isEnableMoveROI());
+    QVERIFY(scene.isEnableMoveOverlay());
+    QVERIFY(scene.isEnableMoveStaticOverlay());
 }
 
 void tst_SceneSettings::lookSettersStoreWhatTheyAreGiven()
@@ -94,17 +94,15 @@ void tst_SceneSettings::lookSettersStoreWhatTheyAreGiven()
     QCOMPARE(scene.getPenColor(), QColor(10, 20, 30, 40));
     scene.setBrushColor(QColor(1, 2, 3, 4));
     QCOMPARE(scene.getBrushColor(), QColor(1, 2, 3, 4));
-    scene.setLineWidth(2.75f);
-    QCOMPARE(scene.getLineWidth(), 2.75f);
-    scene.setLineWidth(0.0f);
-    QCOMPARE(scene.getLineWidth(), 0.0f);
+    for (float width : {2.75f, 0.0f}) {
+        scene.setLineWidth(width);
+        QCOMPARE(scene.getLineWidth(), width);
+    }
     // The scene stores any size; raising values below 1 is the facade's job.
-    scene.setCrossSize(0);
-    QCOMPARE(scene.getCrossSize(), 0);
-    scene.setCrossSize(-3);
-    QCOMPARE(scene.getCrossSize(), -3);
-    scene.setCrossSize(12);
-    QCOMPARE(scene.getCrossSize(), 12);
+    for (int size : {0, -3, 12}) {
+        scene.setCrossSize(size);
+        QCOMPARE(scene.getCrossSize(), size);
+    }
     QFont font("Courier", 9);
     font.setBold(true);
     scene.setFont(font);
@@ -388,24 +386,22 @@ void tst_SceneSettings::windowSceneHasTwoShapeLayers()
 
 void tst_SceneSettings::getPointWorksInSinglePrecisionWithTruncatedPi_data()
 {
-    QTest::addColumn<double>("x");
-    QTest::addColumn<double>("y");
+    QTest::addColumn<QPointF>("from");
     QTest::addColumn<float>("length");
     QTest::addColumn<float>("angle");
 
-    QTest::newRow("east") << 10.0 << 20.0 << 5.0f << 0.0f;
-    QTest::newRow("north") << 10.0 << 20.0 << 5.0f << 90.0f;
-    QTest::newRow("west") << -3.5 << 7.25 << 12.0f << 180.0f;
-    QTest::newRow("slanted") << 100.0 << 50.0 << 33.3f << 37.0f;
-    QTest::newRow("negative angle") << 0.0 << 0.0 << 10.0f << -30.0f;
-    QTest::newRow("beyond a turn") << 1.0 << 2.0 << 7.0f << 725.0f;
-    QTest::newRow("zero length") << 4.0 << 5.0 << 0.0f << 60.0f;
+    QTest::newRow("east") << QPointF(10.0, 20.0) << 5.0f << 0.0f;
+    QTest::newRow("north") << QPointF(10.0, 20.0) << 5.0f << 90.0f;
+    QTest::newRow("west") << QPointF(-3.5, 7.25) << 12.0f << 180.0f;
+    QTest::newRow("slanted") << QPointF(100.0, 50.0) << 33.3f << 37.0f;
+    QTest::newRow("negative angle") << QPointF(0.0, 0.0) << 10.0f << -30.0f;
+    QTest::newRow("beyond a turn") << QPointF(1.0, 2.0) << 7.0f << 725.0f;
+    QTest::newRow("zero length") << QPointF(4.0, 5.0) << 0.0f << 60.0f;
 }
 
 void tst_SceneSettings::getPointWorksInSinglePrecisionWithTruncatedPi()
 {
-    QFETCH(double, x);
-    QFETCH(double, y);
+    QFETCH(QPointF, from);
     QFETCH(float, length);
     QFETCH(float, angle);
 
@@ -414,9 +410,9 @@ void tst_SceneSettings::getPointWorksInSinglePrecisionWithTruncatedPi()
     const float radians = a * 3.141592f / 180.0f;
     const float dx = length * std::cos(radians);
     const float dy = length * std::sin(radians);
-    const QPointF expected(x + double(dx), y - double(dy));
+    const QPointF expected(from.x() + double(dx), from.y() - double(dy));
 
-    const QPointF got = scene.GetPoint(x, y, length, angle);
+    const QPointF got = scene.GetPoint(from.x(), from.y(), length, angle);
     QVERIFY2(got.x() == expected.x(), qPrintable(QString::number(got.x(), 'g', 17)));
     QVERIFY2(got.y() == expected.y(), qPrintable(QString::number(got.y(), 'g', 17)));
 }

@@ -5,8 +5,7 @@
 // real view at three zooms. A shape class joins by adding its entry to
 // shapeContracts().
 
-#include "shapegestures.h"
-#include "bluepixels.h"
+#include "testkit.h"
 
 #include "CircleHandleItem.h"
 #include "GraphicsHandleItem.h"
@@ -720,7 +719,7 @@ void tst_ShapeContract::handlesArePaintedAtTheirSizeOnAShownView()
     QFETCH(double, zoom);
     const ShapeContract& contract = contractOf(shape);
 
-    ShapeKit::PictureWindow window(zoom, QSize(640, 480));
+    Kit::PictureWindow window(zoom, QSize(640, 480));
     QVERIFY(QTest::qWaitForWindowExposed(window.host.get()));
     ImageCtrlView* view = window.view();
     ImageCtrlScene* scene = window.scene();
@@ -743,7 +742,7 @@ void tst_ShapeContract::handlesArePaintedAtTheirSizeOnAShownView()
     box->ShowHandle();
     QCOMPARE(box->handles().size(), contract.handleCount);
 
-    const QImage image = BluePixels::grabViewport(view);
+    const QImage image = Kit::grabViewport(view);
     QVERIFY(!image.isNull());
     // The side of a painted handle in device pixels.
     const double side = contract.handlePaint == HandlePaint::FixedDevicePixels
@@ -778,7 +777,7 @@ void tst_ShapeContract::handlesArePaintedAtTheirSizeOnAShownView()
         const QPointF sceneCentre = box->handles().value(key).center();
         Zone zone;
         zone.device = view->viewportTransform().map(sceneCentre);
-        zone.exact = BluePixels::mapsToWholePixel(view, sceneCentre) && wholeSide % 2 == 0
+        zone.exact = Kit::mapsToWholePixel(view, sceneCentre) && wholeSide % 2 == 0
                      && std::abs(side - wholeSide) < 1e-9;
         const QPoint topLeft(int(std::floor(zone.device.x() - side / 2 + 0.5)),
                              int(std::floor(zone.device.y() - side / 2 + 0.5)));
@@ -807,7 +806,7 @@ void tst_ShapeContract::handlesArePaintedAtTheirSizeOnAShownView()
         const QRect window = zone.allowed.adjusted(-4, -4, 4, 4).intersected(image.rect());
         for (int y = window.top(); y <= window.bottom(); ++y) {
             for (int x = window.left(); x <= window.right(); ++x) {
-                if (!BluePixels::isColour(image, x, y))
+                if (!Kit::isColour(image, x, y))
                     continue;
                 if (zone.allowed.contains(x, y)) {
                     ++inside;
@@ -823,7 +822,7 @@ void tst_ShapeContract::handlesArePaintedAtTheirSizeOnAShownView()
             // A disc: the square's corners stay unfilled, its middle is filled.
             for (const QPoint& corner : {square.topLeft(), square.topRight(), square.bottomLeft(),
                                          square.bottomRight()})
-                QVERIFY2(!BluePixels::isColour(image, corner.x(), corner.y()), qPrintable(where + ": corner filled"));
+                QVERIFY2(!Kit::isColour(image, corner.x(), corner.y()), qPrintable(where + ": corner filled"));
             const int core = wholeSide - 2;
             QVERIFY2(inside >= core * core && inside < wholeSide * wholeSide,
                      qPrintable(where + QString(": %1 disc pixels").arg(inside)));

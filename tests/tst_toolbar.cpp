@@ -54,12 +54,19 @@ class ButtonLog : public QObject
 {
 public:
     explicit ButtonLog(KESImageWnd* wnd)
+        : downs(wnd, &KESImageWnd::mouseButtonDown)
+        , ups(wnd, &KESImageWnd::mouseButtonUp)
+        , clicks(wnd, &KESImageWnd::buttonClicked)
     {
         connect(wnd, &KESImageWnd::mouseButtonDown, this, [this](long n) { log << QString("down(%1)").arg(n); });
         connect(wnd, &KESImageWnd::mouseButtonUp, this, [this](long n) { log << QString("up(%1)").arg(n); });
         connect(wnd, &KESImageWnd::buttonClicked, this, [this](long n) { log << QString("clicked(%1)").arg(n); });
     }
     QStringList log;
+    // The same signals with their arguments.
+    QSignalSpy downs;
+    QSignalSpy ups;
+    QSignalSpy clicks;
 };
 
 // Waits for the modal open dialog, notes how it came up, and answers it. Should
@@ -300,41 +307,35 @@ void tst_Toolbar::ellipsePressGoesOutTwiceAndItsReleaseNotAtAll()
 {
     EmbeddedWindow e;
     ButtonLog log(e.wnd.get());
-    QSignalSpy downs(e.wnd.get(), &KESImageWnd::mouseButtonDown);
-    QSignalSpy ups(e.wnd.get(), &KESImageWnd::mouseButtonUp);
-    QSignalSpy clicks(e.wnd.get(), &KESImageWnd::buttonClicked);
     QPushButton* ellipse = bar(e)->button(ButtonToolbar::PB_DRAW_ELLIPSE);
 
     press(ellipse);
     QCOMPARE(log.log, QStringList({"down(8)", "down(8)"}));
     release(ellipse);
     QCOMPARE(log.log, QStringList({"down(8)", "down(8)", "clicked(8)"}));
-    QCOMPARE(downs.count(), 2);
-    QCOMPARE(downs.at(0).at(0).value<long>(), 8L);
-    QCOMPARE(downs.at(1).at(0).value<long>(), 8L);
-    QCOMPARE(ups.count(), 0);
-    QCOMPARE(clicks.count(), 1);
-    QCOMPARE(clicks.at(0).at(0).value<long>(), 8L);
+    QCOMPARE(log.downs.count(), 2);
+    QCOMPARE(log.downs.at(0).at(0).value<long>(), 8L);
+    QCOMPARE(log.downs.at(1).at(0).value<long>(), 8L);
+    QCOMPARE(log.ups.count(), 0);
+    QCOMPARE(log.clicks.count(), 1);
+    QCOMPARE(log.clicks.at(0).at(0).value<long>(), 8L);
 }
 
 void tst_Toolbar::linePressReleaseAndClickReachTheHost()
 {
     EmbeddedWindow e;
     ButtonLog log(e.wnd.get());
-    QSignalSpy downs(e.wnd.get(), &KESImageWnd::mouseButtonDown);
-    QSignalSpy ups(e.wnd.get(), &KESImageWnd::mouseButtonUp);
-    QSignalSpy clicks(e.wnd.get(), &KESImageWnd::buttonClicked);
     QPushButton* line = bar(e)->button(ButtonToolbar::PB_DRAW_LINE);
 
     press(line);
     QCOMPARE(log.log, QStringList({"down(5)"}));
     release(line);
     QCOMPARE(log.log, QStringList({"down(5)", "up(5)", "clicked(5)"}));
-    QCOMPARE(downs.count(), 1);
-    QCOMPARE(ups.count(), 1);
-    QCOMPARE(ups.at(0).at(0).value<long>(), 5L);
-    QCOMPARE(clicks.count(), 1);
-    QCOMPARE(clicks.at(0).at(0).value<long>(), 5L);
+    QCOMPARE(log.downs.count(), 1);
+    QCOMPARE(log.ups.count(), 1);
+    QCOMPARE(log.ups.at(0).at(0).value<long>(), 5L);
+    QCOMPARE(log.clicks.count(), 1);
+    QCOMPARE(log.clicks.at(0).at(0).value<long>(), 5L);
 }
 
 void tst_Toolbar::everyOtherButtonReportsItsNumber_data()
@@ -718,9 +719,7 @@ void tst_Toolbar::freeLineSignalsReachEmptySlots()
     ImageCtrlScene* scene = e.scene();
     const double scale = scene->getScale();
     e.view()->setLimitMousePos(false);
-    QSignalSpy downs(e.wnd.get(), &KESImageWnd::mouseButtonDown);
-    QSignalSpy ups(e.wnd.get(), &KESImageWnd::mouseButtonUp);
-    QSignalSpy clicks(e.wnd.get(), &KESImageWnd::buttonClicked);
+    ButtonLog log(e.wnd.get());
 
     emit toolbar->DrawAnylinePushButtonPressed();
     emit toolbar->DrawAnylinePushButtonReleased();
@@ -729,9 +728,9 @@ void tst_Toolbar::freeLineSignalsReachEmptySlots()
     emit toolbar->DrawAnyCloselinePushButtonClicked(true);
     emit toolbar->DrawAnyCloselinePushButtonClicked();
 
-    QCOMPARE(downs.count(), 0);
-    QCOMPARE(ups.count(), 0);
-    QCOMPARE(clicks.count(), 0);
+    QCOMPARE(log.downs.count(), 0);
+    QCOMPARE(log.ups.count(), 0);
+    QCOMPARE(log.clicks.count(), 0);
     QCOMPARE(scene->GetDrawMode(), DM_SELECT);
     QVERIFY(!e.view()->limitMousePos());
     QCOMPARE(scene->getScale(), scale);
@@ -742,7 +741,7 @@ void tst_Toolbar::freeLineSignalsReachEmptySlots()
     QVERIFY(QMetaObject::invokeMethod(w, "OnDrawCloseAnylinePushButtonClicked", Q_ARG(bool, false)));
     QVERIFY(QMetaObject::invokeMethod(w, "OnDrawAnylinePushButtonPressed"));
     QVERIFY(QMetaObject::invokeMethod(w, "OnDrawAnylinePushButtonReleased"));
-    QCOMPARE(downs.count() + ups.count() + clicks.count(), 0);
+    QCOMPARE(log.downs.count() + log.ups.count() + log.clicks.count(), 0);
     QCOMPARE(scene->GetDrawMode(), DM_SELECT);
 }
 

@@ -3,7 +3,7 @@
 // the next window, or another window that stays, works as if the first had
 // never been.
 
-#include "shapegestures.h"
+#include "testkit.h"
 
 #include "odellipse.h"
 #include "odrect2.h"
@@ -12,7 +12,7 @@
 
 #include <memory>
 
-using namespace ShapeKit;
+using namespace Kit;
 
 namespace {
 
@@ -255,8 +255,8 @@ void TestToolTeardown::staticLayerShapeIsForgottenWithItsScene()
         first.view()->horizontalScrollBar()->setValue(0);
         first.view()->verticalScrollBar()->setValue(0);
         ODRect1* onStatic = addRect(first.scene()->GetStaticActiveLayer(), 10, 10, 60, 50);
-        ViewInput::pressAt(first.view(), QPointF(30, 30));
-        ViewInput::releaseAt(first.view(), QPointF(30, 30));
+        pressAt(first.view(), QPointF(30, 30));
+        releaseAt(first.view(), QPointF(30, 30));
         QCOMPARE(selectTool()->currentShape(), static_cast<ODShape*>(onStatic));
         QCOMPARE(first.wnd->destory(), 0L);
         QCOMPARE(selectTool()->currentShape(), nullptr);

@@ -1,3 +1,5 @@
+#include "kitpictures.h"
+
 #include <QtTest/QtTest>
 
 #include "VorImage.h"
@@ -89,7 +91,7 @@ void TestVorImage::imageDataPointsAtFirstPixel()
 
 void TestVorImage::copySharesPixels()
 {
-    VorImage a(cv::Mat(3, 3, CV_8UC1, cv::Scalar(0)));
+    VorImage a = Kit::greyPicture(3, 3, 0);
     const VorImage b(a);
     QVERIFY(b.ImageData() == a.ImageData());
     a.ImageData()[4] = 9;
@@ -118,8 +120,8 @@ void TestVorImage::copyStaysReadableAfterSourceIsGone()
 
 void TestVorImage::assignmentSharesPixels()
 {
-    VorImage a(cv::Mat(2, 5, CV_8UC1, cv::Scalar(0)));
-    VorImage b(cv::Mat(9, 9, CV_8UC3, cv::Scalar::all(1)));
+    VorImage a = Kit::greyPicture(5, 2, 0);
+    VorImage b = Kit::colourPicture(9, 9, 1, 1, 1);
     b = a;
     QCOMPARE(b.Width(), 5);
     QCOMPARE(b.Height(), 2);
@@ -140,7 +142,7 @@ void TestVorImage::assignmentFromMatrixSharesPixels()
 
 void TestVorImage::selfAssignmentKeepsImage()
 {
-    VorImage img(cv::Mat(6, 7, CV_8UC1, cv::Scalar(5)));
+    VorImage img = Kit::greyPicture(7, 6, 5);
     const unsigned char* data = img.ImageData();
     VorImage& same = img;
     img = same;
@@ -156,7 +158,7 @@ void TestVorImage::selfAssignmentKeepsImage()
 
 void TestVorImage::cloneIsIndependent()
 {
-    VorImage a(cv::Mat(3, 3, CV_8UC1, cv::Scalar(7)));
+    VorImage a = Kit::greyPicture(3, 3, 7);
     const VorImage c = a.Clone();
     QVERIFY(c.ImageData() != a.ImageData());
     QCOMPARE(c.Width(), 3);
@@ -179,7 +181,7 @@ void TestVorImage::objectIsOneMatrixPointer()
 {
     QCOMPARE(sizeof(VorImage), sizeof(void*));
 
-    VorImage img(cv::Mat(5, 4, CV_8UC3, cv::Scalar::all(0)));
+    VorImage img = Kit::colourPicture(4, 5, 0, 0, 0);
     cv::Mat* inner = *reinterpret_cast<cv::Mat**>(&img);
     QVERIFY(inner != nullptr);
     QVERIFY(inner == &img.Mat());

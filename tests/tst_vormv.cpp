@@ -1,5 +1,7 @@
 // Conversions of ROIs and regions to binary pictures (VORMV).
 
+#include "kitpictures.h"
+
 #include "VORMV.h"
 #include "VorImage.h"
 #include "VorPoint.h"
@@ -1230,7 +1232,7 @@ private slots:
     void emptyRegion()
     {
         VorRegion region;
-        VorImage image(cv::Mat(4, 4, CV_8UC1, cv::Scalar(255)));
+        VorImage image = Kit::greyPicture(4, 4, 255);
         VORMV::VorRegionToBinImage(&image, region);
         QVERIFY(image.Mat().empty());
         QCOMPARE(image.Width(), 0);
@@ -1247,7 +1249,7 @@ private slots:
     void noKind()
     {
         VorROI roi;
-        VorImage image(cv::Mat(5, 5, CV_8UC1, cv::Scalar(255)));
+        VorImage image = Kit::greyPicture(5, 5, 255);
         VORMV::VorROIToBinImage(&image, roi);
         QVERIFY(image.Mat().empty());
         QCOMPARE(image.Width(), 0);
@@ -1290,7 +1292,7 @@ private slots:
         case 14: roi = point(kNaN, 1); break;
         default: break;
         }
-        VorImage image(cv::Mat(5, 5, CV_8UC1, cv::Scalar(255)));
+        VorImage image = Kit::greyPicture(5, 5, 255);
         VORMV::VorROIToBinImage(&image, roi);
         QVERIFY(image.Mat().empty());
         VorRegion region;
@@ -1359,7 +1361,7 @@ private slots:
 
     void sharedPixelsUntouched()
     {
-        VorImage first(cv::Mat(5, 5, CV_8UC1, cv::Scalar(7)));
+        VorImage first = Kit::greyPicture(5, 5, 7);
         VorImage second = first;
         VorROI roi = rect1(0, 0, 2, 2);
         VORMV::VorROIToBinImage(&second, roi);

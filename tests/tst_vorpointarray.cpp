@@ -1,3 +1,5 @@
+#include "kitkinds.h"
+
 #include <QtTest/QtTest>
 
 #include "VorPoint.h"

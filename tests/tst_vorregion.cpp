@@ -1,3 +1,5 @@
+#include "kitpictures.h"
+
 #include <QtTest/QtTest>
 
 #include "VorImage.h"
@@ -169,16 +171,7 @@ void TestVorRegion::widthAndHeightFromExtremes()
 
 void TestVorRegion::fromBinaryImage_data()
 {
-    QTest::addColumn<int>("cvType");
-    QTest::addColumn<int>("channel");
-    QTest::addColumn<double>("value");
-
-    QTest::newRow("8-bit one channel") << CV_8UC1 << 0 << 255.0;
-    QTest::newRow("8-bit one channel, value 1") << CV_8UC1 << 0 << 1.0;
-    QTest::newRow("16-bit, low byte zero") << CV_16UC1 << 0 << 256.0;
-    QTest::newRow("8-bit three channels, last only") << CV_8UC3 << 2 << 1.0;
-    QTest::newRow("16-bit three channels, middle only") << CV_16UC3 << 1 << 4096.0;
-    QTest::newRow("8-bit four channels, alpha only") << CV_8UC4 << 3 << 200.0;
+    Kit::addMarkedPictureRows();
 }
 
 void TestVorRegion::fromBinaryImage()
@@ -188,21 +181,8 @@ void TestVorRegion::fromBinaryImage()
     QFETCH(double, value);
 
     // Pixels: row 0 columns 1..3, row 0 column 6, row 2 column 0, row 3 columns 5..7.
-    const int rows = 5;
-    const int cols = 8;
-    cv::Mat plane(rows, cols, CV_MAKETYPE(CV_MAT_DEPTH(cvType), 1), cv::Scalar(0));
-    const cv::Point pixels[] = {{1, 0}, {2, 0}, {3, 0}, {6, 0}, {0, 2}, {5, 3}, {6, 3}, {7, 3}};
-    for (const cv::Point& p : pixels) {
-        if (plane.depth() == CV_8U)
-            plane.at<unsigned char>(p) = static_cast<unsigned char>(value);
-        else
-            plane.at<unsigned short>(p) = static_cast<unsigned short>(value);
-    }
-    std::vector<cv::Mat> planes(static_cast<std::size_t>(CV_MAT_CN(cvType)),
-                                cv::Mat(rows, cols, plane.type(), cv::Scalar(0)));
-    planes[static_cast<std::size_t>(channel)] = plane;
-    cv::Mat src;
-    cv::merge(planes, src);
+    const cv::Mat src = Kit::markedPicture(8, 5, cvType, channel, value,
+                                           {{1, 0}, {2, 0}, {3, 0}, {6, 0}, {0, 2}, {5, 3}, {6, 3}, {7, 3}});
     QCOMPARE(src.type(), cvType);
 
     const VorRegion r{VorImage(src)};

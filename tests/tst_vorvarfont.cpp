@@ -1,3 +1,5 @@
+#include "kitholders.h"
+
 #include <QtTest/QtTest>
 
 #include "VorFont.h"
@@ -6,6 +8,8 @@
 #include <cstddef>
 #include <cstring>
 #include <limits>
+
+using namespace Kit;
 
 class TestVorVarFont : public QObject
 {
@@ -36,10 +40,7 @@ private slots:
 
 void TestVorVarFont::typeCodes()
 {
-    QCOMPARE(int(VorVar::VT_EMPTY), 0);
-    QCOMPARE(int(VorVar::VT_INT), 1);
-    QCOMPARE(int(VorVar::VT_DOUBLE), 2);
-    QCOMPARE(int(VorVar::VT_TEXT), 3);
+    Kit::verifyCodesCountUp(0, {VorVar::VT_EMPTY, VorVar::VT_INT, VorVar::VT_DOUBLE, VorVar::VT_TEXT});
 
     QCOMPARE(VorVar().ValType(), 0);
     QCOMPARE(VorVar(5).ValType(), 1);
@@ -212,55 +213,27 @@ void TestVorVarFont::fontFamilyWithHighBytes()
 
 void TestVorVarFont::fontCopyConstructorKeepsEveryField()
 {
-    VorFont f("Mono", 31);
-    f.weight = 75;
-    f.bold = 1;
-    f.italic = 1;
-    f.underline = 1;
-    f.strikeOut = 1;
-
+    const VorFont f = fontOf("Mono", 31, 75, 1, 1, 1, 1);
     const VorFont c(f);
-    QCOMPARE(QByteArray(c.S()), QByteArray("Mono"));
-    QCOMPARE(c.size, 31);
-    QCOMPARE(c.weight, 75);
-    QCOMPARE(int(c.bold), 1);
-    QCOMPARE(int(c.italic), 1);
-    QCOMPARE(int(c.underline), 1);
-    QCOMPARE(int(c.strikeOut), 1);
+    QCOMPARE(fieldsOf(c), QByteArray("Mono 31 75 1 1 1 1"));
 
     VorFont partial("Mono", 8);
     partial.italic = 1;
     const VorFont d(partial);
-    QCOMPARE(int(d.bold), 0);
-    QCOMPARE(int(d.italic), 1);
-    QCOMPARE(int(d.underline), 0);
-    QCOMPARE(int(d.strikeOut), 0);
+    QCOMPARE(fieldsOf(d), QByteArray("Mono 8 50 0 1 0 0"));
 }
 
 void TestVorVarFont::fontAssignmentKeepsEveryField()
 {
-    VorFont f("\xE4\xBD\xA0", 18);
-    f.weight = 25;
-    f.bold = 0;
-    f.italic = 1;
-    f.underline = 0;
-    f.strikeOut = 1;
-
+    const VorFont f = fontOf("\xE4\xBD\xA0", 18, 25, 0, 1, 0, 1);
     VorFont a("Other", 40);
     a.bold = 1;
     a = f;
-    QCOMPARE(QByteArray(a.S()), QByteArray("\xE4\xBD\xA0"));
-    QCOMPARE(a.size, 18);
-    QCOMPARE(a.weight, 25);
-    QCOMPARE(int(a.bold), 0);
-    QCOMPARE(int(a.italic), 1);
-    QCOMPARE(int(a.underline), 0);
-    QCOMPARE(int(a.strikeOut), 1);
+    QCOMPARE(fieldsOf(a), QByteArray("\xE4\xBD\xA0 18 25 0 1 0 1"));
 
     const VorFont& same = a;
     a = same;
-    QCOMPARE(QByteArray(a.S()), QByteArray("\xE4\xBD\xA0"));
-    QCOMPARE(a.size, 18);
+    QCOMPARE(fieldsOf(a), QByteArray("\xE4\xBD\xA0 18 25 0 1 0 1"));
 }
 
 void TestVorVarFont::fontFieldOrder()

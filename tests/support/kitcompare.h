@@ -101,6 +101,17 @@ void addEnumRows(const char* column, std::initializer_list<Enum> values, const c
         QTest::newRow(name(value)) << int(value);
 }
 
+// Fails the running test unless the codes, in the order given, count up by
+// one from first: the numbers a host keeps in its own code.
+inline void verifyCodesCountUp(int first, std::initializer_list<int> codes)
+{
+    int expected = first;
+    for (int code : codes) {
+        QVERIFY2(code == expected, qPrintable(QString("code %1 where %2 belongs").arg(code).arg(expected)));
+        ++expected;
+    }
+}
+
 // The zooms a handle test runs at, one row each in a column of doubles.
 inline void addZoomRows(std::initializer_list<double> zooms = {0.25, 1.0, 4.0})
 {

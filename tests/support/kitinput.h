@@ -35,12 +35,27 @@ inline QPointF seenAt(QGraphicsView* view, const QPointF& scenePos)
     return view->mapToScene(view->mapFromScene(scenePos));
 }
 
+// A mouse event at a viewport position with the screen position given.
+inline void sendMouseEvent(QGraphicsView* view, QEvent::Type type, const QPointF& pos, const QPointF& screenPos,
+                           Qt::MouseButton button, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers)
+{
+    QMouseEvent event(type, pos, pos, screenPos, button, buttons, modifiers);
+    QApplication::sendEvent(view->viewport(), &event);
+}
+
 inline void sendMouse(QGraphicsView* view, QEvent::Type type, const QPoint& pos, Qt::MouseButton button,
                       Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
-    QWidget* viewport = view->viewport();
-    QMouseEvent event(type, QPointF(pos), QPointF(viewport->mapToGlobal(pos)), button, buttons, modifiers);
-    QApplication::sendEvent(viewport, &event);
+    sendMouseEvent(view, type, pos, view->viewport()->mapToGlobal(pos), button, buttons, modifiers);
+}
+
+// A mouse event at a viewport position that no platform sends (no whole
+// pixel, no number, beyond int): no mapping holds for it, so it stands as it
+// is for the screen position too.
+inline void sendMouseAsIs(QGraphicsView* view, QEvent::Type type, const QPointF& pos, Qt::MouseButton button,
+                          Qt::MouseButtons buttons)
+{
+    sendMouseEvent(view, type, pos, pos, button, buttons, Qt::NoModifier);
 }
 
 inline void pressAtViewport(QGraphicsView* view, const QPoint& pos, Qt::MouseButton button = Qt::LeftButton,
@@ -120,12 +135,10 @@ inline void dragAlong(QGraphicsView* view, const QPointF& from, const QPointF& t
 
 inline const char* buttonName(Qt::MouseButton button)
 {
-    switch (button) {
-    case Qt::LeftButton: return "left";
-    case Qt::RightButton: return "right";
-    case Qt::MiddleButton: return "middle";
-    default: return "another button";
-    }
+    return button == Qt::LeftButton ? "left"
+        : button == Qt::RightButton ? "right"
+        : button == Qt::MiddleButton ? "middle"
+                                     : "another button";
 }
 
 // One row a mouse button, in a column "button" of ints named by the button.
@@ -135,13 +148,23 @@ inline void addButtonRows(std::initializer_list<Qt::MouseButton> buttons)
 }
 
 // One wheel step (kWheelNotch up, -kWheelNotch down) at a viewport position.
+inline void sendWheelEvent(QGraphicsView* view, const QPointF& pos, const QPointF& screenPos, int delta,
+                           Qt::KeyboardModifiers modifiers)
+{
+    QWheelEvent event(pos, screenPos, QPoint(), QPoint(0, delta), Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view->viewport(), &event);
+}
+
 inline void wheelAtViewport(QGraphicsView* view, const QPoint& pos, int delta,
                             Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
-    QWidget* viewport = view->viewport();
-    QWheelEvent event(QPointF(pos), QPointF(viewport->mapToGlobal(pos)), QPoint(), QPoint(0, delta), Qt::NoButton,
-                      modifiers, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(viewport, &event);
+    sendWheelEvent(view, pos, view->viewport()->mapToGlobal(pos), delta, modifiers);
+}
+
+// A wheel step at a viewport position that no platform sends, as sendMouseAsIs.
+inline void wheelAsIs(QGraphicsView* view, const QPointF& pos, int delta)
+{
+    sendWheelEvent(view, pos, pos, delta, Qt::NoModifier);
 }
 
 inline void wheelAt(QGraphicsView* view, const QPointF& scenePos, int delta,

@@ -13,7 +13,15 @@
 #include "odrect1.h"
 #include "odrect2.h"
 
+#include <QCursor>
+#include <QGraphicsItem>
+#include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
+#include <QGraphicsView>
+#include <QPointF>
+#include <QtTest/QTest>
+
+#include <initializer_list>
 
 namespace Kit {
 
@@ -104,6 +112,68 @@ inline bool layerHasId(ShaperLayer* layer, long id)
             return true;
     }
     return false;
+}
+
+// A shape alone in a scene, its handles at the scale of a zoom.
+template <class Shape>
+struct ZoomedShape
+{
+    explicit ZoomedShape(double zoom) { shape.SetScale(float(zoom)); }
+
+    QGraphicsScene scene;
+    Shape shape{&scene};
+};
+
+// The cursor over each of the eight handles of a box from (0, 0) to
+// (100, 60), 1 top left clockwise to 8 left, inside it off the handles and
+// outside it, in columns "point" (scene) and "cursor"; a shape test adds its
+// own rows after them.
+inline void addBoxHandleCursorRows()
+{
+    QTest::addColumn<QPointF>("point");
+    QTest::addColumn<Qt::CursorShape>("cursor");
+    const struct
+    {
+        const char* name;
+        QPointF point;
+        Qt::CursorShape cursor;
+    } rows[] = {
+        {"1 top left", {0, 0}, Qt::SizeFDiagCursor},     {"2 top", {50, 0}, Qt::SizeVerCursor},
+        {"3 top right", {100, 0}, Qt::SizeBDiagCursor},  {"4 right", {100, 30}, Qt::SizeHorCursor},
+        {"5 bottom right", {100, 60}, Qt::SizeFDiagCursor}, {"6 bottom", {50, 60}, Qt::SizeVerCursor},
+        {"7 bottom left", {0, 60}, Qt::SizeBDiagCursor}, {"8 left", {0, 30}, Qt::SizeHorCursor},
+        {"inside, off the handles", {50, 30}, Qt::ArrowCursor}, {"outside", {-20, -20}, Qt::ArrowCursor},
+    };
+    for (const auto& row : rows)
+        QTest::newRow(row.name) << row.point << row.cursor;
+}
+
+// A scene in a view whose own cursor and viewport cursor are the wait cursor,
+// so that a cursor a shape sets on the viewport shows, and one it sets on the
+// view by mistake too.
+struct CursorView
+{
+    CursorView()
+    {
+        view.setCursor(Qt::WaitCursor);
+        view.viewport()->setCursor(Qt::WaitCursor);
+    }
+    Qt::CursorShape viewportCursor() const { return view.viewport()->cursor().shape(); }
+    Qt::CursorShape viewCursor() const { return view.cursor().shape(); }
+
+    QGraphicsScene scene;
+    QGraphicsView view{&scene};
+};
+
+// Fails the running test unless setZValue of the shape reaches every item.
+template <class Shape>
+void verifyZValueReaches(Shape& shape, std::initializer_list<const QGraphicsItem*> items)
+{
+    for (double z : {3001.0, -4.0}) {
+        shape.setZValue(z);
+        for (const QGraphicsItem* item : items)
+            QCOMPARE(item->zValue(), z);
+    }
 }
 
 // A scene mouse event as the view would deliver it, for calling a tool

@@ -21,10 +21,9 @@ inline ODShapeToolManage* tools()
     return ODShapeToolManage::GetODShapeToolManage();
 }
 
-// The one place that knows the select tool is the tool of DM_SELECT.
 inline ODSelectTool* selectTool()
 {
-    return static_cast<ODSelectTool*>(tools()->GetShapeTool(DM_SELECT));
+    return tools()->selectTool();
 }
 
 inline ODDrawTool<ODRect1>* rectTool()
