@@ -108,6 +108,17 @@ std::vector<Pixel> setPixels(const VorImage& image)
     return pixels;
 }
 
+// "x,y x,y ..." in doubles.
+std::vector<VorPoint> verticesOf(const QString& text)
+{
+    std::vector<VorPoint> list;
+    for (const QString& item : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QStringList xy = item.split(QLatin1Char(','));
+        list.emplace_back(xy.at(0).toDouble(), xy.at(1).toDouble());
+    }
+    return list;
+}
+
 // "x,y x,y ..." in any order.
 std::vector<Pixel> parsePixels(const QString& text)
 {
@@ -795,12 +806,7 @@ private slots:
     {
         QFETCH(QString, vertices);
         QFETCH(QString, pixels);
-        std::vector<VorPoint> list;
-        for (const QString& item : vertices.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-            const QStringList xy = item.split(QLatin1Char(','));
-            list.emplace_back(xy.at(0).toDouble(), xy.at(1).toDouble());
-        }
-        VorROI roi = polygon(list);
+        VorROI roi = polygon(verticesOf(vertices));
         const VorImage image = pictureOf(roi);
         VERIFY_FORMAT(image);
         QCOMPARE(describe(setPixels(image)), describe(parsePixels(pixels)));
@@ -1571,17 +1577,6 @@ void randomSegment(SegmentRandom& random, SegmentKind kind, double* ends)
         break;
     }
     }
-}
-
-// "x,y x,y ..." in doubles.
-std::vector<VorPoint> verticesOf(const QString& text)
-{
-    std::vector<VorPoint> list;
-    for (const QString& item : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        const QStringList xy = item.split(QLatin1Char(','));
-        list.emplace_back(xy.at(0).toDouble(), xy.at(1).toDouble());
-    }
-    return list;
 }
 
 QString segmentText(const double* ends)

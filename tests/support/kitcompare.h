@@ -5,12 +5,14 @@
 // text of both sides for the failure message. Use KIT_COMPARE_NEAR in a test
 // function; the bool functions serve QVERIFY2 and loops.
 
+#include <QList>
 #include <QMap>
 #include <QPainterPath>
 #include <QPointF>
 #include <QRectF>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <QVector>
 #include <QtTest/QTest>
 
@@ -139,6 +141,13 @@ inline double handleSideInScene(double zoom)
 inline int handleSideOnScreen(double zoom)
 {
     return int(handleSideInScene(zoom) * zoom);
+}
+
+// The point that a signal reported as its first two arguments, x then y, as a
+// QSignalSpy holds one emission.
+inline QPointF reportedPoint(const QList<QVariant>& emission)
+{
+    return QPointF(emission.value(0).toDouble(), emission.value(1).toDouble());
 }
 
 } // namespace Kit
