@@ -11,6 +11,7 @@
 #include "GraphicsHandleItem.h"
 #include "Rect1HandleItem.h"
 #include "Rect2HandleItem.h"
+#include "geometryhelpers.h"
 #include "odellipse.h"
 #include "odrect1.h"
 #include "odrect2.h"
@@ -76,6 +77,20 @@ struct ShapeContract
     // The display items, the main item first.
     std::function<QList<QGraphicsItem*>(const ODShape*)> displayItems;
     std::function<void(ODShape*, long)> setZValue;
+
+    // Where the handles of a shape with these parameters sit, in key order, at
+    // the given handle scale (scene coordinates).
+    std::function<QVector<QPointF>(const QVector<double>& params, float handleScale)> handleCentres;
+    // The parameters after MoveHandleTo(number, target) on the shape with
+    // these parameters: the slots the handle owns change, nothing else does.
+    std::function<QVector<double>(const QVector<double>& params, int number, QPointF target)> dragResult;
+    // The parameters that MoveShape shifts: x positions and y positions.
+    QVector<int> xParams;
+    QVector<int> yParams;
+    // How near computed positions must come: geometry kept in float (radii,
+    // angles, handle positions through float sines) is within this of the
+    // double formula.
+    double tolerance = 1e-9;
 };
 
 template <typename Shape>
@@ -108,6 +123,29 @@ void useTurnedRectangleHandles(ShapeContract& c)
     c.roundHandleKey = 8;
     c.joinedHandles = {{8, 1}};
     c.showHandleRaisesHandleItem = true;
+}
+
+// The eight handles of a box: corners and edge middles clockwise from the top left.
+QVector<QPointF> boxHandleCentres(const QRectF& box)
+{
+    const QPointF c = box.center();
+    return {box.topLeft(),     QPointF(c.x(), box.top()),    box.topRight(),   QPointF(box.right(), c.y()),
+            box.bottomRight(), QPointF(c.x(), box.bottom()), box.bottomLeft(), QPointF(box.left(), c.y())};
+}
+
+// The same and the rotation handle, 10 handle units above the top centre.
+QVector<QPointF> turnedBoxHandleCentres(const QRectF& box, float handleScale)
+{
+    QVector<QPointF> centres = boxHandleCentres(box);
+    centres.append(QPointF(box.center().x(), box.top() - 10.0f * handleScale));
+    return centres;
+}
+
+// The angle a rotation handle dragged to target gives: straight above the
+// centre is 360, counter-clockwise on the screen, in float.
+double rotationHandleAngle(QPointF target, QPointF centre)
+{
+    return ConvertAngle(360.0f - (90.0f - CalculateAngle(target, centre)));
 }
 
 ShapeContract rect1Contract()
@@ -145,6 +183,27 @@ ShapeContract rect1Contract()
         return QList<QGraphicsItem*>{as<ODRect1>(shape)->rectItem(), as<ODRect1>(shape)->searchLineItem()};
     };
     c.setZValue = [](ODShape* shape, long z) { as<ODRect1>(shape)->setZValue(z); };
+    c.handleCentres = [](const QVector<double>& v, float) {
+        return boxHandleCentres(QRectF(QPointF(v[0], v[1]), QPointF(v[2], v[3])));
+    };
+    c.dragResult = [](QVector<double> v, int number, QPointF target) {
+        // Slots: left 0, top 1, right 2, bottom 3; numbers clockwise from the top left.
+        const bool left = number == 1 || number == 7 || number == 8;
+        const bool right = number >= 3 && number <= 5;
+        const bool top = number >= 1 && number <= 3;
+        const bool bottom = number >= 5 && number <= 7;
+        if (left)
+            v[0] = target.x();
+        if (top)
+            v[1] = target.y();
+        if (right)
+            v[2] = target.x();
+        if (bottom)
+            v[3] = target.y();
+        return v;
+    };
+    c.xParams = {0, 2};
+    c.yParams = {1, 3};
     return c;
 }
 
@@ -180,6 +239,37 @@ ShapeContract rect2Contract()
         return QList<QGraphicsItem*>{as<ODRect2>(shape)->rectItem(), as<ODRect2>(shape)->searchLineItem()};
     };
     c.setZValue = [](ODShape* shape, long z) { as<ODRect2>(shape)->setZValue(z); };
+    c.handleCentres = [](const QVector<double>& v, float handleScale) {
+        return turnedBoxHandleCentres(QRectF(v[0] - v[2] / 2, v[1] - v[3] / 2, v[2], v[3]), handleScale);
+    };
+    c.dragResult = [](QVector<double> v, int number, QPointF target) {
+        // Unturned, a resize moves the grabbed corner or edge and keeps the
+        // opposite one: centre and size follow.
+        QRectF r(v[0] - v[2] / 2, v[1] - v[3] / 2, v[2], v[3]);
+        switch (number) {
+        case 1: r.setTopLeft(target); break;
+        case 2: r.setTop(target.y()); break;
+        case 3: r.setTopRight(target); break;
+        case 4: r.setRight(target.x()); break;
+        case 5: r.setBottomRight(target); break;
+        case 6: r.setBottom(target.y()); break;
+        case 7: r.setBottomLeft(target); break;
+        case 8: r.setLeft(target.x()); break;
+        default: break;
+        }
+        if (number >= 1 && number <= 8) {
+            v[0] = r.center().x();
+            v[1] = r.center().y();
+            v[2] = r.width();
+            v[3] = r.height();
+        }
+        if (number == 9)
+            v[4] = rotationHandleAngle(target, QPointF(v[0], v[1]));
+        return v;
+    };
+    c.xParams = {0};
+    c.yParams = {1};
+    c.tolerance = Kit::kGeometryTolerance;
     return c;
 }
 
@@ -209,6 +299,29 @@ ShapeContract ellipseContract()
         return QList<QGraphicsItem*>{as<ODEllipse>(shape)->ellipseItem()};
     };
     c.setZValue = [](ODShape* shape, long z) { as<ODEllipse>(shape)->setZValue(z); };
+    c.handleCentres = [](const QVector<double>& v, float handleScale) {
+        return turnedBoxHandleCentres(QRectF(v[0] - v[2], v[1] - v[3], 2 * v[2], 2 * v[3]), handleScale);
+    };
+    c.dragResult = [](QVector<double> v, int number, QPointF target) {
+        // The centre stays; a corner sets both radii, an edge the radius of its
+        // axis, as the distance of the target from the centre.
+        const QPointF centre(v[0], v[1]);
+        const QPointF d = target - centre;
+        if (number % 2 == 1 && number <= 7) {
+            v[2] = float(std::abs(d.x()));
+            v[3] = float(std::abs(d.y()));
+        } else if (number == 2 || number == 6) {
+            v[3] = Distance(target, centre);
+        } else if (number == 4 || number == 8) {
+            v[2] = Distance(target, centre);
+        } else if (number == 9) {
+            v[4] = rotationHandleAngle(target, centre);
+        }
+        return v;
+    };
+    c.xParams = {0};
+    c.yParams = {1};
+    c.tolerance = Kit::kGeometryTolerance;
     return c;
 }
 
@@ -358,6 +471,12 @@ private slots:
     void getParamReadsBackTheParametersSet();
     void handleHitTestGivesKeyPlusOneAtEveryHandleCentre_data();
     void handleHitTestGivesKeyPlusOneAtEveryHandleCentre();
+    void handlesSitWhereTheClassPutsThemAtEveryZoom_data();
+    void handlesSitWhereTheClassPutsThemAtEveryZoom();
+    void eachHandleDragWritesBackTheSlotsItOwns_data();
+    void eachHandleDragWritesBackTheSlotsItOwns();
+    void moveShapeShiftsEveryPositionAndNothingElse_data();
+    void moveShapeShiftsEveryPositionAndNothingElse();
     void handleHitTestFindsNothingBeforeHandlesAreUpdated_data();
     void handleHitTestFindsNothingBeforeHandlesAreUpdated();
     void bodyHitTestHitsInsideAndMissesFarOutside_data();
@@ -388,6 +507,8 @@ void tst_ShapeContract::everyShapeClassHasAContract()
         QVERIFY(contract.make && contract.makeAt && contract.slotsAtPoint && contract.boxParams);
         QVERIFY(contract.setParams && contract.getParam && contract.bodyPoint && contract.displayItems);
         QVERIFY(contract.setZValue && contract.hasHandleItemClass);
+        QVERIFY(contract.handleCentres && contract.dragResult);
+        QVERIFY(!contract.xParams.isEmpty() && !contract.yParams.isEmpty());
         QCOMPARE(contract.boxParams(kBoxCentre, kBoxHalf).size(), contract.paramCount);
         QCOMPARE(contract.slotsAtPoint(kBoxCentre).size(), contract.slotCount);
 
@@ -504,6 +625,105 @@ void tst_ShapeContract::handleHitTestGivesKeyPlusOneAtEveryHandleCentre()
     }
     // Far from every handle: none.
     QCOMPARE(box->HitTest(kBoxCentre + QPointF(10 * half.width(), 10 * half.height()), true), 0);
+}
+
+void tst_ShapeContract::handlesSitWhereTheClassPutsThemAtEveryZoom_data()
+{
+    addShapeAndZoomRows();
+}
+
+void tst_ShapeContract::handlesSitWhereTheClassPutsThemAtEveryZoom()
+{
+    QFETCH(QString, shape);
+    QFETCH(double, zoom);
+    const ShapeContract& contract = contractOf(shape);
+    QGraphicsScene scene;
+    const QSizeF half(kBoxHalf.width() / zoom, kBoxHalf.height() / zoom);
+    const QVector<double> params = contract.boxParams(kBoxCentre, half);
+    ShapePtr box(contract.make(&scene));
+    box->SetScale(float(zoom));
+    contract.setParams(box.get(), params);
+    box->ShowShape();
+    box->UpdateHandles();
+
+    const QVector<QPointF> expected = contract.handleCentres(params, box->handleScale());
+    QCOMPARE(box->handles().size(), expected.size());
+    for (int key = 0; key < expected.size(); ++key) {
+        const QPointF actual = box->handles().value(key).center();
+        QVERIFY2(Kit::near(actual, expected[key], contract.tolerance),
+                 qPrintable(QString("key %1 at %2 instead of %3")
+                                .arg(key)
+                                .arg(Kit::text(actual), Kit::text(expected[key]))));
+    }
+}
+
+void tst_ShapeContract::eachHandleDragWritesBackTheSlotsItOwns_data()
+{
+    QTest::addColumn<QString>("shape");
+    QTest::addColumn<int>("number");
+    for (const ShapeContract& contract : shapeContracts()) {
+        for (int number = 1; number <= contract.handleCount; ++number)
+            QTest::addRow("%s, handle %d", qPrintable(contract.name), number) << contract.name << number;
+    }
+}
+
+void tst_ShapeContract::eachHandleDragWritesBackTheSlotsItOwns()
+{
+    QFETCH(QString, shape);
+    QFETCH(int, number);
+    const ShapeContract& contract = contractOf(shape);
+    QGraphicsScene scene;
+    const QVector<double> params = contract.boxParams(kBoxCentre, kBoxHalf);
+    ShapePtr box = makeBoxShape(contract, &scene);
+    box->ShowShape();
+    box->UpdateHandles();
+
+    // The operator grabs the handle where it is painted and drags it a little
+    // way off; the number comes from the hit test, as the select tool takes it.
+    const QPointF grab = box->handles().value(number - 1).center();
+    QCOMPARE(box->HitTest(grab, true), number);
+    const QPointF target = grab + QPointF(7, 5);
+    box->MoveHandleTo(number, target);
+
+    const QVector<double> expected = contract.dragResult(params, number, target);
+    QVector<double> outputs = presetOutputs(contract);
+    QVERIFY(contract.getParam(box.get(), outputs));
+    QVERIFY2(Kit::near(outputs, expected, contract.tolerance),
+             qPrintable(Kit::text(outputs) + " instead of " + Kit::text(expected)));
+
+    // Showing reloads the current geometry from the reference and leaves it.
+    box->ShowShape();
+    outputs = presetOutputs(contract);
+    QVERIFY(contract.getParam(box.get(), outputs));
+    QVERIFY2(Kit::near(outputs, expected, contract.tolerance),
+             qPrintable(Kit::text(outputs) + " after showing, instead of " + Kit::text(expected)));
+}
+
+void tst_ShapeContract::moveShapeShiftsEveryPositionAndNothingElse_data()
+{
+    addShapeRows();
+}
+
+void tst_ShapeContract::moveShapeShiftsEveryPositionAndNothingElse()
+{
+    QFETCH(QString, shape);
+    const ShapeContract& contract = contractOf(shape);
+    QGraphicsScene scene;
+    QVector<double> expected = contract.boxParams(kBoxCentre, kBoxHalf);
+    ShapePtr box = makeBoxShape(contract, &scene);
+    box->ShowShape();
+
+    const QPointF delta(7.5, -3.25);
+    box->MoveShape(delta);
+    box->MoveShape(delta);
+    for (int index : contract.xParams)
+        expected[index] += 2 * delta.x();
+    for (int index : contract.yParams)
+        expected[index] += 2 * delta.y();
+    QVector<double> outputs = presetOutputs(contract);
+    QVERIFY(contract.getParam(box.get(), outputs));
+    QVERIFY2(Kit::near(outputs, expected, contract.tolerance),
+             qPrintable(Kit::text(outputs) + " instead of " + Kit::text(expected)));
 }
 
 void tst_ShapeContract::handleHitTestFindsNothingBeforeHandlesAreUpdated_data()
