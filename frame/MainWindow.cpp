@@ -11,6 +11,7 @@
 
 #include "ShapeLayer.h"
 #include "imageconversion.h"
+#include "odpolygontool.h"
 #include "odshapetoolmanage.h"
 
 #include <QDir>
@@ -400,8 +401,9 @@ void CMainWindow::OnDrawAnnularPushButtonClicked(bool)
 
 void CMainWindow::OnDrawPolygonPushButtonClicked(bool)
 {
-    // Here the polygon tool starts its corners over once it joins the tool
-    // list; its row is still empty.
+    // A polygon left unfinished by an earlier polygon mode is thrown away.
+    if (ODPolygonTool* polygon = ODShapeToolManage::GetODShapeToolManage()->polygonTool())
+        polygon->ResetObject();
     clickDrawButton(ButtonToolbar::PB_DRAW_POLYGON, DM_POLYGON);
 }
 

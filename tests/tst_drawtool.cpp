@@ -6,10 +6,17 @@
 #include "testkit.h"
 
 #include "Rect1HandleItem.h"
+#include "geometryhelpers.h"
+#include "odannular.h"
+#include "odarc.h"
+#include "odarrowline.h"
+#include "odcircle.h"
 #include "odellipse.h"
+#include "odline.h"
 #include "odrect2.h"
 
 #include <QGraphicsRectItem>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -23,7 +30,15 @@ private slots:
     void init();
     void cleanup();
 
-    void toolsAreTheSelectToolAndTheRectangleTool();
+    void everyModeHasItsTool();
+    void drawingEachOneDragShapeAsTheOperatorDoes_data();
+    void drawingEachOneDragShapeAsTheOperatorDoes();
+    void arcDrawnAtZoomOneOrAboveKeepsItsFirstRadius_data();
+    void arcDrawnAtZoomOneOrAboveKeepsItsFirstRadius();
+    void pressAndReleaseOnOneSpotDiscardsEveryOneDragShape_data();
+    void pressAndReleaseOnOneSpotDiscardsEveryOneDragShape();
+    void onePixelDragKeepsEveryShapeButTheRectangles_data();
+    void onePixelDragKeepsEveryShapeButTheRectangles();
     void drawingARectangleAsTheOperatorDoes_data();
     void drawingARectangleAsTheOperatorDoes();
     void newShapeTakesTheLookAtThePress();
@@ -48,7 +63,7 @@ private slots:
     void hoverInADrawModeOnlyNotesThePoint();
     void middleButtonDrawsLikeTheLeft();
     void middleClickOnEmptyGroundReportsNoLeftClick();
-    void modeWithoutToolIgnoresTheMouse();
+    void modeBeyondTheToolListIgnoresTheMouse();
     void ellipseDraggedByOnePixelStays();
 };
 
@@ -62,14 +77,258 @@ void tst_DrawTool::cleanup()
     forgetCurrentShape();
 }
 
-void tst_DrawTool::toolsAreTheSelectToolAndTheRectangleTool()
+void tst_DrawTool::everyModeHasItsTool()
 {
     ODShapeToolManage* manage = ODShapeToolManage::GetODShapeToolManage();
     QVERIFY(manage == tools());
+    QCOMPARE(manage->toolCount(), int(DM_ANYCLOSELINE) + 1);
     QVERIFY(qobject_cast<ODSelectTool*>(manage->GetShapeTool(DM_SELECT)) != nullptr);
-    QVERIFY(manage->GetShapeTool(DM_RECT1) != nullptr);
-    QVERIFY(qobject_cast<ODSelectTool*>(manage->GetShapeTool(DM_RECT1)) == nullptr);
+    QVERIFY(qobject_cast<ODPointTool*>(manage->GetShapeTool(DM_POINT)) != nullptr);
+    QVERIFY(qobject_cast<ODPolygonTool*>(manage->GetShapeTool(DM_POLYGON)) != nullptr);
+    QVERIFY(qobject_cast<ODAnyLineTool*>(manage->GetShapeTool(DM_ANYLINE)) != nullptr);
+    QVERIFY(qobject_cast<ODAnyCloseLineTool*>(manage->GetShapeTool(DM_ANYCLOSELINE)) != nullptr);
+    QCOMPARE(manage->polygonTool(), static_cast<ODPolygonTool*>(manage->GetShapeTool(DM_POLYGON)));
+    // The tools of one drag: each its own object of the draw tool template.
+    QVERIFY(dynamic_cast<ODDrawTool<ODLine>*>(manage->GetShapeTool(DM_LINE)) != nullptr);
+    QVERIFY(dynamic_cast<ODDrawTool<ODRect1>*>(manage->GetShapeTool(DM_RECT1)) != nullptr);
+    QVERIFY(dynamic_cast<ODDrawTool<ODRect2>*>(manage->GetShapeTool(DM_RECT2)) != nullptr);
+    QVERIFY(dynamic_cast<ODDrawTool<ODEllipse>*>(manage->GetShapeTool(DM_ELLIPSE)) != nullptr);
+    QVERIFY(dynamic_cast<ODDrawTool<ODCircle>*>(manage->GetShapeTool(DM_CIRCLE)) != nullptr);
+    QVERIFY(dynamic_cast<ODDrawTool<ODAnnular>*>(manage->GetShapeTool(DM_ANNULAR)) != nullptr);
+    QVERIFY(dynamic_cast<ODDrawTool<ODARC>*>(manage->GetShapeTool(DM_ARC)) != nullptr);
+    QVERIFY(dynamic_cast<ODDrawTool<ODArrowLine>*>(manage->GetShapeTool(DM_ARROWLINE)) != nullptr);
+    QSet<ODShapeTool*> distinct;
+    for (int mode = DM_SELECT; mode <= DM_ANYCLOSELINE; ++mode)
+        distinct.insert(manage->GetShapeTool(DrawMode(mode)));
+    QCOMPARE(distinct.size(), int(DM_ANYCLOSELINE) + 1);
     QVERIFY(rectTool()->shape() == nullptr);
+}
+
+namespace {
+
+// The parameters GetParam gives for a shape of a one-drag mode drawn from the
+// press point p to the last move m (both as the tools see them), with the
+// class's extras after the slots.
+Params drawnParams(DrawMode mode, QPointF p, QPointF m)
+{
+    switch (mode) {
+    case DM_LINE:
+    case DM_ARROWLINE:
+        // The press takes the second end, so the line runs from the press.
+        return {p.x(), p.y(), m.x(), m.y()};
+    case DM_CIRCLE:
+        return {p.x(), p.y(), double(Distance(m, p))};
+    case DM_ARC:
+        // The start and sweep of a new arc, which no drag changes.
+        return {p.x(), p.y(), double(Distance(m, p)), 0, 30};
+    case DM_ANNULAR: {
+        // The outer handle is grabbed; a thin inner radius keeps its share.
+        const double outer = double(Distance(m, p));
+        return {p.x(), p.y(), 0.38200002908706665 * outer, outer, 10, 350, 4, 0};
+    }
+    default:
+        return {};
+    }
+}
+
+Params paramsOfDrawn(ODShape* shape)
+{
+    switch (shape->GetDrawMode()) {
+    case DM_LINE: {
+        double x1 = -1, y1 = -1, x2 = -1, y2 = -1;
+        if (!static_cast<ODLine*>(shape)->GetParam(&x1, &y1, &x2, &y2))
+            return {};
+        return {x1, y1, x2, y2};
+    }
+    case DM_ARROWLINE: {
+        double x1 = -1, y1 = -1, x2 = -1, y2 = -1;
+        if (!static_cast<ODArrowLine*>(shape)->GetParam(&x1, &y1, &x2, &y2))
+            return {};
+        return {x1, y1, x2, y2};
+    }
+    case DM_CIRCLE: {
+        double x = -1, y = -1, r = -1;
+        if (!static_cast<ODCircle*>(shape)->GetParam(&x, &y, &r))
+            return {};
+        return {x, y, r};
+    }
+    case DM_ARC: {
+        double x = -1, y = -1, r = -1, start = -1, sweep = -1;
+        if (!static_cast<ODARC*>(shape)->GetParam(&x, &y, &r, &start, &sweep))
+            return {};
+        return {x, y, r, start, sweep};
+    }
+    case DM_ANNULAR: {
+        double x = -1, y = -1, inner = -1, outer = -1, start = -1, sweep = -1;
+        int direction = -1, count = -1;
+        if (!static_cast<ODAnnular*>(shape)->GetParam(&x, &y, &inner, &outer, &start, &sweep, &direction, &count))
+            return {};
+        return {x, y, inner, outer, start, sweep, double(direction), double(count)};
+    }
+    default:
+        return {};
+    }
+}
+
+// The shape the tool of a one-drag mode holds while it draws.
+ODShape* heldByDrawTool(DrawMode mode)
+{
+    switch (mode) {
+    case DM_LINE: return drawToolOf<ODLine>(mode)->shape();
+    case DM_ARROWLINE: return drawToolOf<ODArrowLine>(mode)->shape();
+    case DM_CIRCLE: return drawToolOf<ODCircle>(mode)->shape();
+    case DM_ARC: return drawToolOf<ODARC>(mode)->shape();
+    case DM_ANNULAR: return drawToolOf<ODAnnular>(mode)->shape();
+    default: return nullptr;
+    }
+}
+
+const QList<QPair<const char*, DrawMode>> kOneDragKinds = {{"line", DM_LINE},
+                                                           {"arrow line", DM_ARROWLINE},
+                                                           {"circle", DM_CIRCLE},
+                                                           {"annulus", DM_ANNULAR},
+                                                           {"arc", DM_ARC}};
+
+} // namespace
+
+void tst_DrawTool::drawingEachOneDragShapeAsTheOperatorDoes_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<double>("zoom");
+    for (const auto& kind : kOneDragKinds) {
+        for (double zoom : {0.25, 1.0, 4.0}) {
+            // A new arc's handles lie 5 units from its centre: a press there
+            // grabs one only when the view is zoomed out.
+            if (kind.second == DM_ARC && zoom >= 1.0)
+                continue;
+            QTest::addRow("%s, zoom %g", kind.first, zoom) << int(kind.second) << zoom;
+        }
+    }
+}
+
+void tst_DrawTool::drawingEachOneDragShapeAsTheOperatorDoes()
+{
+    QFETCH(int, mode);
+    QFETCH(double, zoom);
+    PictureWindow w(zoom);
+    HostLog log(w.wnd.get());
+    QSignalSpy clicked(w.wnd.get(), &KESImageWnd::shapeClicked);
+    w.window()->SelectDrawROIMode(DrawMode(mode));
+    const long id = ODShape::s_ID;
+    const QPointF p = w.seen(QPointF(40, 30));
+    const QPointF m1 = w.seen(QPointF(52, 41));
+    const QPointF m2 = w.seen(QPointF(70, 55));
+
+    w.press(QPointF(40, 30));
+    ODShape* shape = heldByDrawTool(DrawMode(mode));
+    QVERIFY(shape != nullptr);
+    QCOMPARE(shape->GetShapeID(), id);
+    QCOMPARE(shape->GetDrawMode(), DrawMode(mode));
+    QCOMPARE(selectTool()->currentShape(), shape);
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNewShape);
+    QCOMPARE(Kit::selectMode(), ODSelectTool::SelectDragHandle);
+    QVERIFY(log.shapeEvents().isEmpty());
+
+    w.move(QPointF(52, 41));
+    QVERIFY2(near(paramsOfDrawn(shape), drawnParams(DrawMode(mode), p, m1), 1e-9),
+             qPrintable(text(paramsOfDrawn(shape)) + " instead of " + text(drawnParams(DrawMode(mode), p, m1))));
+    w.move(QPointF(70, 55));
+    w.release(QPointF(70, 55));
+
+    QVERIFY2(near(paramsOfDrawn(shape), drawnParams(DrawMode(mode), p, m2), 1e-9),
+             qPrintable(text(paramsOfDrawn(shape)) + " instead of " + text(drawnParams(DrawMode(mode), p, m2))));
+    QCOMPARE(heldByDrawTool(DrawMode(mode)), nullptr);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    QVERIFY(!w.view()->limitMousePos());
+    QVERIFY(layerHasId(w.active(), id));
+    QCOMPARE(selectTool()->currentShape(), shape);
+    QVERIFY(shape->isVisiblehandleMark());
+    QCOMPARE(shape->GetScale(), float(zoom));
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(clicked.at(0).at(0).value<long>(), id);
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
+}
+
+void tst_DrawTool::arcDrawnAtZoomOneOrAboveKeepsItsFirstRadius_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::newRow("zoom 1") << 1.0;
+    QTest::newRow("zoom 4") << 4.0;
+}
+
+void tst_DrawTool::arcDrawnAtZoomOneOrAboveKeepsItsFirstRadius()
+{
+    QFETCH(double, zoom);
+    PictureWindow w(zoom);
+    HostLog log(w.wnd.get());
+    w.window()->SelectDrawROIMode(DM_ARC);
+    const long id = ODShape::s_ID;
+    const QPointF p = w.seen(QPointF(40, 30));
+    w.press(QPointF(40, 30));
+    auto* arc = drawToolOf<ODARC>(DM_ARC)->shape();
+    QVERIFY(arc != nullptr);
+    // No handle under the press: nothing to drag.
+    QCOMPARE(Kit::dragState(), ODSelectTool::DragNothing);
+    w.move(QPointF(60, 45));
+    w.release(QPointF(60, 45));
+
+    // The arc stays as it was made: radius 5 about the press point, and no
+    // reference parameters, since no drag ever wrote them.
+    QVERIFY(layerHasId(w.active(), id));
+    QCOMPARE(arc->center(), p);
+    QCOMPARE(arc->radius(), 5.0f);
+    QVERIFY(paramsOfDrawn(arc).isEmpty());
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    QVERIFY(log.shapeEvents().isEmpty());
+}
+
+void tst_DrawTool::pressAndReleaseOnOneSpotDiscardsEveryOneDragShape_data()
+{
+    QTest::addColumn<int>("mode");
+    for (const auto& kind : kOneDragKinds)
+        QTest::newRow(kind.first) << int(kind.second);
+}
+
+void tst_DrawTool::pressAndReleaseOnOneSpotDiscardsEveryOneDragShape()
+{
+    QFETCH(int, mode);
+    PictureWindow w(0.25);
+    HostLog log(w.wnd.get());
+    w.window()->SelectDrawROIMode(DrawMode(mode));
+    const long id = ODShape::s_ID;
+    w.click(QPointF(40, 40));
+    QCOMPARE(ODShape::s_ID, id + 1);
+    QVERIFY(!layerHasId(w.active(), id));
+    QVERIFY(w.active()->shapes().isEmpty());
+    QVERIFY(w.active()->selectedShapes().isEmpty());
+    QCOMPARE(selectTool()->currentShape(), nullptr);
+    QCOMPARE(heldByDrawTool(DrawMode(mode)), nullptr);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    // Reported by its id before it went.
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
+}
+
+void tst_DrawTool::onePixelDragKeepsEveryShapeButTheRectangles_data()
+{
+    pressAndReleaseOnOneSpotDiscardsEveryOneDragShape_data();
+}
+
+void tst_DrawTool::onePixelDragKeepsEveryShapeButTheRectangles()
+{
+    QFETCH(int, mode);
+    PictureWindow w(0.25);
+    HostLog log(w.wnd.get());
+    w.window()->SelectDrawROIMode(DrawMode(mode));
+    const long id = ODShape::s_ID;
+    const QPointF p = w.seen(QPointF(40, 40));
+    // One viewport pixel: four scene units at this zoom, the smallest drag.
+    const QPointF m = w.seen(QPointF(44, 40));
+    QVERIFY(m != p);
+    w.drag(QPointF(40, 40), QPointF(44, 40));
+    QVERIFY(layerHasId(w.active(), id));
+    ODShape* shape = w.active()->shapes().last();
+    QVERIFY(near(paramsOfDrawn(shape), drawnParams(DrawMode(mode), p, m), 1e-9));
+    QCOMPARE(log.shapeEvents(), QStringList{clickedText(id)});
 }
 
 void tst_DrawTool::drawingARectangleAsTheOperatorDoes_data()
@@ -685,17 +944,17 @@ void tst_DrawTool::middleClickOnEmptyGroundReportsNoLeftClick()
     QCOMPARE(leftClicks.calls.size(), 1);
 }
 
-void tst_DrawTool::modeWithoutToolIgnoresTheMouse()
+void tst_DrawTool::modeBeyondTheToolListIgnoresTheMouse()
 {
     PictureWindow w;
     HostLog log(w.wnd.get());
     LeftClicks leftClicks;
     leftClicks.attach(w.relay());
-    w.scene()->SetDrawMode(DM_ANNULAR);
+    w.scene()->SetDrawMode(DM_MASK);
     const long id = ODShape::s_ID;
     w.drag(QPointF(20, 20), QPointF(60, 60));
     QCOMPARE(ODShape::s_ID, id);
-    QCOMPARE(w.scene()->GetDrawMode(), DM_ANNULAR);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_MASK);
     QVERIFY(w.active()->shapes().isEmpty());
     QVERIFY(log.shapeEvents().isEmpty());
     QVERIFY(leftClicks.calls.isEmpty());

@@ -5,7 +5,12 @@
 
 #include "testkit.h"
 
+#include "odannular.h"
+#include "odarc.h"
+#include "odarrowline.h"
+#include "odcircle.h"
 #include "odellipse.h"
+#include "odline.h"
 #include "odrect2.h"
 
 #include <QTest>
@@ -23,9 +28,27 @@ const QPointF kFrom(40, 30);
 const QPointF kTo(90, 70);
 const QPointF kEmptyGround(150, 120);
 
+// The polygon's corners: kFrom, kTo and this one.
+const QPointF kThirdCorner(40, 70);
+
+// Draws a polygon through kFrom, kTo and kThirdCorner, cut off at moment: the
+// first corner's tick is mid-gesture, the double click ends it.
+void polygonGesture(PictureWindow& w, Moment moment)
+{
+    clickCorner(w.view(), kFrom);
+    if (moment == Moment::MidGesture) {
+        // The second corner's press, whose tick is still to come.
+        moveTo(w.view(), kTo);
+        w.press(kTo);
+        return;
+    }
+    clickCorner(w.view(), kTo);
+    doubleClickCorner(w.view(), kThirdCorner);
+}
+
 // The operator's gesture with the tool of mode, cut off at moment: a drawing
-// mode draws from kFrom to kTo; the select mode drags the body of a rectangle
-// that was drawn before.
+// mode draws from kFrom to kTo (a polygon clicks its corners); the select mode
+// drags the body of a rectangle that was drawn before.
 void gesture(PictureWindow& w, DrawMode mode, Moment moment)
 {
     if (mode == DM_SELECT) {
@@ -36,6 +59,10 @@ void gesture(PictureWindow& w, DrawMode mode, Moment moment)
     }
     if (moment == Moment::BeforeGesture)
         return;
+    if (mode == DM_POLYGON) {
+        polygonGesture(w, moment);
+        return;
+    }
     const QPointF start = mode == DM_SELECT ? (kFrom + kTo) / 2 : kFrom;
     w.press(start);
     w.move(start + QPointF(12, 9));
@@ -52,8 +79,19 @@ long drawWith(PictureWindow& w, DrawMode mode)
 {
     HostLog log(w.wnd.get());
     w.window()->SelectDrawROIMode(mode == DM_SELECT ? DM_RECT1 : mode);
-    w.drag(kFrom, kTo);
-    if (log.shapeEvents().size() != 1 || !log.shapeEvents().first().startsWith("clicked "))
+    if (mode == DM_POLYGON) {
+        clickCorner(w.view(), kFrom);
+        clickCorner(w.view(), kTo);
+        doubleClickCorner(w.view(), kThirdCorner);
+    } else {
+        // Drawn at one of the zooms where a new arc's handle is in reach.
+        if (mode == DM_ARC)
+            w.setZoom(0.25);
+        w.drag(kFrom, kTo);
+        if (mode == DM_ARC)
+            w.setZoom(1.0);
+    }
+    if (log.shapeEvents().isEmpty() || !log.shapeEvents().first().startsWith("clicked "))
         return -1;
     return log.shapeEvents().first().mid(QString("clicked ").size()).toLong();
 }
@@ -105,7 +143,11 @@ void addRows()
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("moment");
     const QList<QPair<const char*, DrawMode>> modes = {
-        {"select", DM_SELECT}, {"rectangle", DM_RECT1}, {"rotated rectangle", DM_RECT2}, {"ellipse", DM_ELLIPSE}};
+        {"select", DM_SELECT},        {"point", DM_POINT},         {"line", DM_LINE},
+        {"rectangle", DM_RECT1},      {"rotated rectangle", DM_RECT2}, {"ellipse", DM_ELLIPSE},
+        {"circle", DM_CIRCLE},        {"polygon", DM_POLYGON},     {"free line", DM_ANYLINE},
+        {"annulus", DM_ANNULAR},      {"arc", DM_ARC},             {"arrow line", DM_ARROWLINE},
+        {"closed free line", DM_ANYCLOSELINE}};
     const QList<QPair<const char*, Moment>> moments = {{"before the gesture", Moment::BeforeGesture},
                                                        {"mid-gesture", Moment::MidGesture},
                                                        {"after the gesture", Moment::AfterGesture}};
@@ -122,9 +164,36 @@ void verifyToolsHoldNothing()
 {
     QCOMPARE(selectTool()->currentShape(), nullptr);
     QCOMPARE(selectTool()->dragState(), int(ODSelectTool::DragNothing));
-    QCOMPARE(static_cast<ODDrawTool<ODRect1>*>(tools()->GetShapeTool(DM_RECT1))->shape(), nullptr);
-    QCOMPARE(static_cast<ODDrawTool<ODRect2>*>(tools()->GetShapeTool(DM_RECT2))->shape(), nullptr);
-    QCOMPARE(static_cast<ODDrawTool<ODEllipse>*>(tools()->GetShapeTool(DM_ELLIPSE))->shape(), nullptr);
+    QCOMPARE(pointTool()->shape(), nullptr);
+    QCOMPARE(drawToolOf<ODLine>(DM_LINE)->shape(), nullptr);
+    QCOMPARE(drawToolOf<ODRect1>(DM_RECT1)->shape(), nullptr);
+    QCOMPARE(drawToolOf<ODRect2>(DM_RECT2)->shape(), nullptr);
+    QCOMPARE(drawToolOf<ODEllipse>(DM_ELLIPSE)->shape(), nullptr);
+    QCOMPARE(drawToolOf<ODCircle>(DM_CIRCLE)->shape(), nullptr);
+    QCOMPARE(polygonTool()->shape(), nullptr);
+    QCOMPARE(polygonTool()->lastScene(), nullptr);
+    QCOMPARE(anyLineTool()->shape(), nullptr);
+    QCOMPARE(drawToolOf<ODAnnular>(DM_ANNULAR)->shape(), nullptr);
+    QCOMPARE(drawToolOf<ODARC>(DM_ARC)->shape(), nullptr);
+    QCOMPARE(drawToolOf<ODArrowLine>(DM_ARROWLINE)->shape(), nullptr);
+    QCOMPARE(anyCloseLineTool()->shape(), nullptr);
+}
+
+// A point on the body of the shape drawWith makes in mode, where a click
+// selects it and a drag moves it.
+QPointF bodyPointOf(DrawMode mode)
+{
+    switch (mode) {
+    case DM_POINT:
+        // A point is grabbed by its handle, on the release position.
+        return kTo;
+    case DM_ARC:
+        // Between the arc, 64 units about kFrom from 0 to 30 degrees, and
+        // its chord: the part of an arc that takes a click.
+        return kFrom + QPointF(61, -16);
+    default:
+        return (kFrom + kTo) / 2;
+    }
 }
 
 // The operator's first actions in a window after another went: a press on
@@ -145,7 +214,7 @@ void verifyWindowWorks(PictureWindow& w, DrawMode mode)
     QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
 
     log.entries.clear();
-    const QPointF body = (kFrom + kTo) / 2;
+    const QPointF body = bodyPointOf(mode);
     w.click(body);
     QCOMPARE(selectTool()->currentShape(), shape);
     w.drag(body, body + QPointF(5, 4));
@@ -170,11 +239,18 @@ void TestToolTeardown::nextWindowWorksAfterTeardown()
     verifyToolsHoldNothing();
 
     PictureWindow next;
-    // The gesture's next move and release reach the new window first.
+    // The gesture's next move and release reach the new window first; the
+    // polygon mode lasts past a release, and its double click ends it.
     if (mode != DM_SELECT)
         next.window()->SelectDrawROIMode(DrawMode(mode));
     next.move(kTo, Qt::LeftButton);
     next.release(kTo);
+    if (mode == DM_POLYGON) {
+        letQueuedCallsRun();
+        QCOMPARE(next.scene()->GetDrawMode(), DM_POLYGON);
+        polygonTool()->ResetObject();
+        next.scene()->SetDrawMode(DM_SELECT);
+    }
     QCOMPARE(next.scene()->GetDrawMode(), DM_SELECT);
     verifyWindowWorks(next, DrawMode(mode));
 }

@@ -4,7 +4,7 @@
 #include "imagectrlscene.h"
 #include "odselecttool.h"
 #include "odshape.h"
-#include "odshapetool.h"
+#include "odshapeholdingtool.h"
 #include "odshapetoolmanage.h"
 
 #include <QGraphicsSceneMouseEvent>
@@ -16,13 +16,15 @@
 // rule (T::isTooSmallToKeep) finds too small. The host has heard the shape's
 // id before that test.
 template <class T>
-class ODDrawTool : public ODShapeTool
+class ODDrawTool : public ODShapeHoldingTool<T>
 {
+    using ODShapeHoldingTool<T>::m_shape;
+    using ODShapeTool::m_curPoint;
+    using ODShapeTool::m_pressPoint;
+    using ODShapeTool::selectTool;
+
 public:
-    ODDrawTool()
-        : m_shape(nullptr)
-    {
-    }
+    ODDrawTool() = default;
     ~ODDrawTool() override = default;
 
     void mousePressEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event, ODShape*) override
@@ -32,13 +34,8 @@ public:
         // lists and the select tool first, so that nothing keeps its address.
         dropUnfinishedShape();
         m_shape = new T(scene, event->scenePos());
-        m_shape->SetScale(float(m_scale));
-        m_shape->SetOffset(m_offsetX, m_offsetY);
-        m_shape->SetPenColor(m_penColor);
-        m_shape->SetLineWidth(m_lineWidth);
-        m_shape->SetBrushColor(m_brushColor);
-        scene->GetActiveLayer()->addShape(m_shape);
-        scene->GetActiveLayer()->addSelectedShape(m_shape);
+        this->dressShape(m_shape);
+        ODShapeTool::enterActiveLayer(scene, m_shape);
         selectTool()->mousePressEvent(scene, event, m_shape);
     }
 
@@ -63,24 +60,7 @@ public:
         m_shape = nullptr;
     }
 
-    // The shape being drawn goes with its window.
-    void shapeDestroyed(ODShape* shape) override
-    {
-        if (shape == m_shape)
-            m_shape = nullptr;
-    }
-
-    void sceneDestroyed(QGraphicsScene* scene) override
-    {
-        if (m_shape && m_shape->getSence() == scene)
-            m_shape = nullptr;
-    }
-
-    T* shape() const { return m_shape; }
-
 private:
-    static ODSelectTool* selectTool() { return ODShapeToolManage::GetODShapeToolManage()->selectTool(); }
-
     void dropUnfinishedShape()
     {
         if (!m_shape)
@@ -104,6 +84,4 @@ private:
         layer->clearSelectedShape();
         layer->removeShape(m_shape);
     }
-
-    T* m_shape;
 };

@@ -1,6 +1,10 @@
 #include "odshapetool.h"
 
+#include "ShapeLayer.h"
 #include "imagectrlscene.h"
+#include "odselecttool.h"
+#include "odshape.h"
+#include "odshapetoolmanage.h"
 
 #include <QGraphicsSceneMouseEvent>
 
@@ -46,4 +50,25 @@ void ODShapeTool::shapeDestroyed(ODShape*)
 
 void ODShapeTool::sceneDestroyed(QGraphicsScene*)
 {
+}
+
+ODSelectTool* ODShapeTool::selectTool()
+{
+    return ODShapeToolManage::GetODShapeToolManage()->selectTool();
+}
+
+void ODShapeTool::dressShape(ODShape* shape) const
+{
+    shape->SetScale(float(m_scale));
+    shape->SetOffset(m_offsetX, m_offsetY);
+    shape->SetPenColor(m_penColor);
+    shape->SetLineWidth(m_lineWidth);
+    shape->SetBrushColor(m_brushColor);
+}
+
+void ODShapeTool::enterActiveLayer(ImageCtrlScene* scene, ODShape* shape)
+{
+    ShaperLayer* layer = scene->GetActiveLayer();
+    layer->addShape(shape);
+    layer->addSelectedShape(shape);
 }

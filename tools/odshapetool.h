@@ -7,6 +7,7 @@
 #include <QPointF>
 
 class ImageCtrlScene;
+class ODSelectTool;
 class ODShape;
 class QGraphicsSceneMouseEvent;
 
@@ -47,6 +48,15 @@ public:
     QPointF curPoint() const { return m_curPoint; }
 
 protected:
+    // The select tool of the process, to which the drawing tools hand drags.
+    static ODSelectTool* selectTool();
+    // Gives a new shape the settings noted at the last press: scale, offset,
+    // pen colour, line width and brush colour.
+    void dressShape(ODShape* shape) const;
+    // Puts a new shape into the scene's active layer and its selected list,
+    // which also makes it the select tool's current shape.
+    static void enterActiveLayer(ImageCtrlScene* scene, ODShape* shape);
+
     QPointF m_pressPoint;
     QPointF m_curPoint;
     float m_offsetX;

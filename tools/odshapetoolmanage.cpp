@@ -2,7 +2,16 @@
 
 #include "imagectrlscene.h"
 #include "oddrawtool.h"
+#include "odanycloselinetool.h"
+#include "odanylinetool.h"
+#include "odannular.h"
+#include "odarc.h"
+#include "odarrowline.h"
+#include "odcircle.h"
 #include "odellipse.h"
+#include "odline.h"
+#include "odpointtool.h"
+#include "odpolygontool.h"
 #include "odrect1.h"
 #include "odrect2.h"
 #include "odselecttool.h"
@@ -26,21 +35,21 @@ ODShapeToolManage* ODShapeToolManage::GetODShapeToolManage()
 
 void ODShapeToolManage::InitShapeList()
 {
-    // Index = DrawMode. A row without a tool takes no part in the dispatch.
+    // Index = DrawMode.
     m_toolList = {
-        new ODSelectTool,           // DM_SELECT
-        nullptr,                    // DM_POINT
-        nullptr,                    // DM_LINE
-        new ODDrawTool<ODRect1>,    // DM_RECT1
-        new ODDrawTool<ODRect2>,    // DM_RECT2
-        new ODDrawTool<ODEllipse>,  // DM_ELLIPSE
-        nullptr,                    // DM_CIRCLE
-        nullptr,                    // DM_POLYGON
-        nullptr,                    // DM_ANYLINE
-        nullptr,                    // DM_ANNULAR
-        nullptr,                    // DM_ARC
-        nullptr,                    // DM_ARROWLINE
-        nullptr,                    // DM_ANYCLOSELINE
+        new ODSelectTool,              // DM_SELECT
+        new ODPointTool,               // DM_POINT
+        new ODDrawTool<ODLine>,        // DM_LINE
+        new ODDrawTool<ODRect1>,       // DM_RECT1
+        new ODDrawTool<ODRect2>,       // DM_RECT2
+        new ODDrawTool<ODEllipse>,     // DM_ELLIPSE
+        new ODDrawTool<ODCircle>,      // DM_CIRCLE
+        new ODPolygonTool,             // DM_POLYGON
+        new ODAnyLineTool,             // DM_ANYLINE
+        new ODDrawTool<ODAnnular>,     // DM_ANNULAR
+        new ODDrawTool<ODARC>,         // DM_ARC
+        new ODDrawTool<ODArrowLine>,   // DM_ARROWLINE
+        new ODAnyCloseLineTool,        // DM_ANYCLOSELINE
     };
 }
 
@@ -61,6 +70,12 @@ ODSelectTool* ODShapeToolManage::selectTool()
 {
     // Row 0 is made an ODSelectTool by InitShapeList and never replaced.
     return static_cast<ODSelectTool*>(GetShapeTool(DM_SELECT));
+}
+
+ODPolygonTool* ODShapeToolManage::polygonTool()
+{
+    // Row DM_POLYGON is made an ODPolygonTool by InitShapeList and never replaced.
+    return static_cast<ODPolygonTool*>(GetShapeTool(DM_POLYGON));
 }
 
 ODShapeTool* ODShapeToolManage::toolOf(ImageCtrlScene* scene)

@@ -5,6 +5,7 @@
 #include <QList>
 
 class ImageCtrlScene;
+class ODPolygonTool;
 class ODSelectTool;
 class ODShape;
 class ODShapeTool;
@@ -12,8 +13,9 @@ class QGraphicsSceneMouseEvent;
 
 // The tools of the process, one per draw mode, indexed by DrawMode from
 // DM_SELECT to DM_ANYCLOSELINE, and the dispatch of the scene's mouse events
-// to the tool of the scene's current mode. A mode whose row holds no tool, or
-// a mode beyond the list, makes the dispatch do nothing.
+// to the tool of the scene's current mode. Every mode from DM_SELECT to
+// DM_ANYCLOSELINE has its tool; a mode beyond the list (DM_MASK and the rake
+// rectangles, which are made by calls only) makes the dispatch do nothing.
 class KESIMAGEWND_TESTS_EXPORT ODShapeToolManage
 {
 public:
@@ -30,10 +32,13 @@ public:
     void mouseMoveEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event);
     void mouseDoubleClickEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event);
 
-    // The tool of a mode; null for a mode without one.
+    // The tool of a mode; null for a mode beyond the list.
     ODShapeTool* GetShapeTool(DrawMode mode);
     // The tool of DM_SELECT, which every drawing tool hands its drag to.
     ODSelectTool* selectTool();
+    // The tool of DM_POLYGON, whose unfinished polygon the window throws away
+    // before a polygon mode begins.
+    ODPolygonTool* polygonTool();
     void clearSelectedShape();
     void setCurSelectedShape(ODShape* shape);
     void FreeShapeList();

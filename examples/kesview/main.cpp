@@ -2,7 +2,8 @@
 // the command line, or a generated inspection picture, in a KESImageWnd.
 //
 //   kesview [--events] [--size WxH] [--cross JSON] [--grid JSON] [--float TEXT]
-//           [--zoom S] [--draw-rect X1,Y1,X2,Y2] [--screenshot FILE] [PICTURE...]
+//           [--zoom S] [--draw-rect X1,Y1,X2,Y2] [--draw KIND:X1,Y1,...]...
+//           [--click X,Y]... [--screenshot FILE] [PICTURE...]
 //
 // Keys: PageDown/N and PageUp/P step through the pictures, + and - zoom, F fits
 // the picture to the window, 1 shows it at one pixel per pixel, L turns the
@@ -53,6 +54,42 @@ bool parseCorners(const QString& text, QPointF* from, QPointF* to)
     *from = QPointF(v[0], v[1]);
     *to = QPointF(v[2], v[3]);
     return true;
+}
+
+// "X1,Y1,X2,Y2,...": points in picture pixels, at least one.
+bool parsePoints(const QString& text, QVector<QPointF>* points)
+{
+    const QStringList parts = text.split(QLatin1Char(','));
+    if (parts.size() < 2 || parts.size() % 2 != 0)
+        return false;
+    points->clear();
+    for (int i = 0; i < parts.size(); i += 2) {
+        bool okX = false;
+        bool okY = false;
+        const double x = parts.at(i).trimmed().toDouble(&okX);
+        const double y = parts.at(i + 1).trimmed().toDouble(&okY);
+        if (!okX || !okY)
+            return false;
+        points->append(QPointF(x, y));
+    }
+    return true;
+}
+
+// One --draw: a kind and its points.
+struct DrawRequest
+{
+    QString kind;
+    QVector<QPointF> points;
+};
+
+// "KIND:X1,Y1,...".
+bool parseDraw(const QString& text, DrawRequest* request)
+{
+    const int colon = text.indexOf(QLatin1Char(':'));
+    if (colon <= 0)
+        return false;
+    request->kind = text.left(colon).trimmed();
+    return parsePoints(text.mid(colon + 1), &request->points);
 }
 
 // The window takes any text for its reticles and ignores what it cannot use;
@@ -116,7 +153,20 @@ int main(int argc, char* argv[])
         QStringLiteral("Draw a rectangle with the mouse from corner X1,Y1 to X2,Y2 (picture pixels) once the "
                        "picture is shown, then click it to select it."),
         QStringLiteral("X1,Y1,X2,Y2"));
+    const QCommandLineOption drawOption(
+        QStringLiteral("draw"),
+        QStringLiteral("Draw a shape with the mouse after a click on its tool bar button, once the picture is "
+                       "shown (picture pixels; may be given again, drawn in order). KIND is line, rect, rect2, "
+                       "ellipse, circle or annulus with two points (a drag; round shapes from the centre), "
+                       "point with one, polygon with three or more corners."),
+        QStringLiteral("KIND:X1,Y1,..."));
+    const QCommandLineOption clickOption(
+        QStringLiteral("click"),
+        QStringLiteral("Click the picture at X,Y after the drawing, e.g. to select a shape (may be given again)."),
+        QStringLiteral("X,Y"));
     parser.addOption(eventsOption);
+    parser.addOption(drawOption);
+    parser.addOption(clickOption);
     parser.addOption(screenshotOption);
     parser.addOption(sizeOption);
     parser.addOption(crossOption);
@@ -159,6 +209,25 @@ int main(int argc, char* argv[])
                      qPrintable(parser.value(drawRectOption)));
         return 2;
     }
+    QVector<DrawRequest> draws;
+    for (const QString& text : parser.values(drawOption)) {
+        DrawRequest request;
+        if (!parseDraw(text, &request)) {
+            std::fprintf(stderr, "kesview: --draw wants KIND:X1,Y1,... in picture pixels, not \"%s\"\n",
+                         qPrintable(text));
+            return 2;
+        }
+        draws.append(request);
+    }
+    QVector<QPointF> clicks;
+    for (const QString& text : parser.values(clickOption)) {
+        QVector<QPointF> point;
+        if (!parsePoints(text, &point) || point.size() != 1) {
+            std::fprintf(stderr, "kesview: --click wants X,Y in picture pixels, not \"%s\"\n", qPrintable(text));
+            return 2;
+        }
+        clicks.append(point.first());
+    }
     const QStringList files = parser.positionalArguments();
     const bool screenshot = parser.isSet(screenshotOption);
     const QString shotFile = parser.value(screenshotOption);
@@ -197,6 +266,22 @@ int main(int argc, char* argv[])
             drawn = window.drawRectangle(rectFrom, rectTo, &error);
             if (!drawn)
                 std::fprintf(stderr, "kesview: --draw-rect: %s\n", qPrintable(error));
+        }
+        for (const DrawRequest& request : draws) {
+            if (!readable)
+                break;
+            QString error;
+            if (!window.drawShape(request.kind, request.points, &error)) {
+                drawn = false;
+                std::fprintf(stderr, "kesview: --draw %s: %s\n", qPrintable(request.kind), qPrintable(error));
+            }
+        }
+        for (const QPointF& point : clicks) {
+            QString error;
+            if (readable && !window.clickPicture(point, &error)) {
+                drawn = false;
+                std::fprintf(stderr, "kesview: --click: %s\n", qPrintable(error));
+            }
         }
     };
     if (screenshot) {

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QEvent>
+#include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGraphicsView>
@@ -14,6 +15,7 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QResizeEvent>
+#include <QTimer>
 #include <QWidget>
 
 #include <algorithm>
@@ -37,6 +39,34 @@ __attribute__((format(printf, 1, 2))) void printLine(const char* format, ...)
 constexpr int kLoadButton = 0;
 constexpr int kRectangleButton = 6;
 constexpr int kToolbarButtons = 13;
+
+// A draw button and the points its shape is drawn through.
+struct DrawKind
+{
+    const char* name;
+    int button;
+    int minPoints;
+    int maxPoints;
+};
+
+constexpr int kAnyNumber = 1 << 20;
+
+const DrawKind kDrawKinds[] = {
+    {"line", 5, 2, 2},    {"rect", 6, 2, 2},   {"rect2", 7, 2, 2},       {"ellipse", 8, 2, 2},
+    {"circle", 9, 2, 2},  {"annulus", 10, 2, 2}, {"polygon", 11, 3, kAnyNumber}, {"point", 12, 1, 1},
+};
+
+// Mouse moves on the way of a drag, as a hand makes them.
+constexpr int kDragMoves = 4;
+
+// Lets the window's own timers run: the polygon tool takes a click on the
+// next tick of its timer, and an operator's double click never comes sooner.
+void letTheWindowCatchUp()
+{
+    QEventLoop loop;
+    QTimer::singleShot(20, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 } // namespace
 
@@ -182,7 +212,7 @@ void ViewerWindow::sendMouse(QEvent::Type type, const QPointF& picturePos, Qt::M
     QApplication::sendEvent(viewport, &event);
 }
 
-bool ViewerWindow::drawRectangle(const QPointF& from, const QPointF& to, QString* error)
+bool ViewerWindow::reachable(const QVector<QPointF>& points, QString* error) const
 {
     QGraphicsView* view = pictureView();
     if (!view) {
@@ -191,32 +221,95 @@ bool ViewerWindow::drawRectangle(const QPointF& from, const QPointF& to, QString
     }
     // An operator reaches only what the view shows.
     const QRect shown = view->viewport()->rect();
-    for (const QPointF& corner : {from, to}) {
-        if (!shown.contains(view->mapFromScene(corner))) {
-            *error = QStringLiteral("%1,%2 lies outside what the view shows").arg(corner.x()).arg(corner.y());
+    for (const QPointF& point : points) {
+        if (!shown.contains(view->mapFromScene(point))) {
+            *error = QStringLiteral("%1,%2 lies outside what the view shows").arg(point.x()).arg(point.y());
             return false;
         }
     }
-    if (!startRectangleDrawing()) {
-        *error = QStringLiteral("the tool bar has no rectangle button");
+    return true;
+}
+
+bool ViewerWindow::drawRectangle(const QPointF& from, const QPointF& to, QString* error)
+{
+    if (!drawShape(QStringLiteral("rect"), {from, to}, error))
+        return false;
+    // A click in the middle selects the new rectangle.
+    return clickPicture((from + to) / 2.0, error);
+}
+
+QStringList ViewerWindow::drawKinds()
+{
+    QStringList names;
+    for (const DrawKind& kind : kDrawKinds)
+        names << QString::fromLatin1(kind.name);
+    return names;
+}
+
+bool ViewerWindow::drawShape(const QString& kindName, const QVector<QPointF>& points, QString* error)
+{
+    const DrawKind* kind = nullptr;
+    for (const DrawKind& k : kDrawKinds) {
+        if (kindName == QLatin1String(k.name))
+            kind = &k;
+    }
+    if (!kind) {
+        *error = QStringLiteral("no draw button makes a \"%1\"; the kinds are %2")
+                     .arg(kindName, drawKinds().join(QStringLiteral(", ")));
         return false;
     }
-    QApplication::processEvents();
-
-    // The drag: press at one corner, a few moves on the way, release at the other.
-    sendMouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
-    constexpr int kMoves = 4;
-    for (int i = 1; i <= kMoves; ++i) {
-        const QPointF p = from + (to - from) * (double(i) / kMoves);
-        sendMouse(QEvent::MouseMove, p, Qt::NoButton, Qt::LeftButton);
+    if (points.size() < kind->minPoints || points.size() > kind->maxPoints) {
+        *error = kind->minPoints == kind->maxPoints
+                     ? QStringLiteral("a %1 takes %2 point(s), not %3").arg(kindName).arg(kind->minPoints).arg(points.size())
+                     : QStringLiteral("a %1 takes %2 points or more, not %3")
+                           .arg(kindName)
+                           .arg(kind->minPoints)
+                           .arg(points.size());
+        return false;
     }
-    sendMouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    if (!reachable(points, error))
+        return false;
+    QPushButton* button = toolbarButton(kind->button);
+    if (!button) {
+        *error = QStringLiteral("the tool bar has no %1 button").arg(kindName);
+        return false;
+    }
+    button->click();
     QApplication::processEvents();
 
-    // A click in the middle selects the new rectangle.
-    const QPointF middle = (from + to) / 2.0;
-    sendMouse(QEvent::MouseButtonPress, middle, Qt::LeftButton, Qt::LeftButton);
-    sendMouse(QEvent::MouseButtonRelease, middle, Qt::LeftButton, Qt::NoButton);
+    if (kind->maxPoints == 1) {
+        clickPicture(points.first(), error);
+    } else if (kind->maxPoints == 2) {
+        // The drag: press at the first point, a few moves on the way, release
+        // at the second.
+        const QPointF from = points.first();
+        const QPointF to = points.last();
+        sendMouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+        for (int i = 1; i <= kDragMoves; ++i)
+            sendMouse(QEvent::MouseMove, from + (to - from) * (double(i) / kDragMoves), Qt::NoButton, Qt::LeftButton);
+        sendMouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    } else {
+        // A click on every corner, the mouse moving between them; the last
+        // click is the first half of a double click.
+        for (const QPointF& corner : points) {
+            sendMouse(QEvent::MouseMove, corner, Qt::NoButton, Qt::NoButton);
+            sendMouse(QEvent::MouseButtonPress, corner, Qt::LeftButton, Qt::LeftButton);
+            sendMouse(QEvent::MouseButtonRelease, corner, Qt::LeftButton, Qt::NoButton);
+            letTheWindowCatchUp();
+        }
+        sendMouse(QEvent::MouseButtonDblClick, points.last(), Qt::LeftButton, Qt::LeftButton);
+        sendMouse(QEvent::MouseButtonRelease, points.last(), Qt::LeftButton, Qt::NoButton);
+    }
+    QApplication::processEvents();
+    return true;
+}
+
+bool ViewerWindow::clickPicture(const QPointF& point, QString* error)
+{
+    if (!reachable({point}, error))
+        return false;
+    sendMouse(QEvent::MouseButtonPress, point, Qt::LeftButton, Qt::LeftButton);
+    sendMouse(QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton);
     QApplication::processEvents();
     return true;
 }

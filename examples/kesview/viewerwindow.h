@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QPointF>
 #include <QStringList>
+#include <QVector>
 
 class QGraphicsView;
 class QPushButton;
@@ -48,6 +49,20 @@ public:
     // button is not there or a corner lies outside what the view shows.
     bool drawRectangle(const QPointF& from, const QPointF& to, QString* error);
 
+    // The shapes the tool bar's draw buttons make, by the names kesview gives
+    // them: line, rect, rect2, ellipse, circle, annulus, polygon, point.
+    static QStringList drawKinds();
+    // Draws a shape of a kind with the mouse after a click on its button, as
+    // an operator would (picture pixels): a drag from the first point to the
+    // second for the shapes of one drag (the centre first for the round ones),
+    // a click for a point, and a click on every corner of a polygon with a
+    // double click on the last. False, and why in `error`, when the kind is
+    // unknown, the points do not fit it, or one lies outside what the view
+    // shows.
+    bool drawShape(const QString& kind, const QVector<QPointF>& points, QString* error);
+    // A click of the operator at a picture point, e.g. to select a shape.
+    bool clickPicture(const QPointF& point, QString* error);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -56,6 +71,9 @@ private:
     void onButtonClicked(long button);
     void openPictureDialog();
     void sendMouse(QEvent::Type type, const QPointF& picturePos, Qt::MouseButton button, Qt::MouseButtons buttons);
+    // False, and why in `error`, when the view is missing or a point lies
+    // outside what it shows.
+    bool reachable(const QVector<QPointF>& points, QString* error) const;
     void step(int delta);
     void togglePixelValues();
     void setTitle(const QString& what);

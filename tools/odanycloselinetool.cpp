@@ -1,0 +1,10 @@
+#include "odanycloselinetool.h"
+
+ODAnyCloseLineTool::ODAnyCloseLineTool() = default;
+
+ODAnyCloseLineTool::~ODAnyCloseLineTool() = default;
+
+void ODAnyCloseLineTool::showWhileDrawing(ImageCtrlScene*)
+{
+    m_shape->ShowMoveShape();
+}
