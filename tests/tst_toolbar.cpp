@@ -183,6 +183,8 @@ private slots:
     void zoomButtonsWithoutPictureStillReportTheClick();
     void drawButtonsSelectTheirModeBeforeTheHostHearsTheClick_data();
     void drawButtonsSelectTheirModeBeforeTheHostHearsTheClick();
+    void everyDrawButtonMakesItsShape_data();
+    void everyDrawButtonMakesItsShape();
     void drawModeWithoutPictureInVorImageModeOnlyLimitsTheMouse();
     void drawModeWithoutPictureInQImageModeIsTaken();
     void freeLineSignalsReachEmptySlots();
@@ -676,6 +678,43 @@ void tst_Toolbar::drawButtonsSelectTheirModeBeforeTheHostHearsTheClick()
     QCOMPARE(int(scene->GetEventThread()->pushButton()), number);
 
     scene->SetDrawMode(DM_SELECT);
+}
+
+void tst_Toolbar::everyDrawButtonMakesItsShape_data()
+{
+    drawButtonsSelectTheirModeBeforeTheHostHearsTheClick_data();
+}
+
+void tst_Toolbar::everyDrawButtonMakesItsShape()
+{
+    QFETCH(int, number);
+    QFETCH(int, mode);
+    Kit::PictureWindow w;
+    Kit::HostLog log(w.wnd.get());
+    const long id = ODShape::s_ID;
+    QTest::mouseClick(bar(w)->button(number), Qt::LeftButton);
+    QCOMPARE(int(w.scene()->GetDrawMode()), mode);
+
+    // The operator's gesture of the mode: corners clicked for a polygon, a
+    // click for a point, a drag from the centre or first corner for the rest.
+    const QPointF from(40, 30);
+    const QPointF to(90, 70);
+    if (mode == DM_POLYGON) {
+        Kit::clickCorner(w.view(), from);
+        Kit::clickCorner(w.view(), to);
+        Kit::doubleClickCorner(w.view(), QPointF(40, 70));
+    } else if (mode == DM_POINT) {
+        w.click(to);
+    } else {
+        w.drag(from, to);
+    }
+
+    QCOMPARE(w.active()->shapes().size(), 1);
+    ODShape* shape = w.active()->shapes().first();
+    QCOMPARE(int(shape->GetDrawMode()), mode);
+    QCOMPARE(shape->GetShapeID(), id);
+    QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
+    QCOMPARE(log.shapeEvents().value(0), Kit::clickedText(id));
 }
 
 void tst_Toolbar::drawModeWithoutPictureInVorImageModeOnlyLimitsTheMouse()
