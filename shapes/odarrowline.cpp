@@ -27,11 +27,9 @@ ODArrowLine::ODArrowLine(QGraphicsScene* scene)
 }
 
 ODArrowLine::ODArrowLine(QGraphicsScene* scene, QPointF point)
-    : ODSegmentShape(scene, DM_ARROWLINE, point)
-    , m_arrowItem(nullptr)
+    : ODArrowLine(scene)
 {
-    m_arrowItem = m_scene->addPath(QPainterPath());
-    adoptCrossHandleItem();
+    startAt(point);
 }
 
 ODArrowLine::~ODArrowLine()

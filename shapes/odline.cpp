@@ -28,12 +28,10 @@ ODLine::ODLine(QGraphicsScene* scene)
 }
 
 ODLine::ODLine(QGraphicsScene* scene, QPointF point)
-    : ODSegmentShape(scene, DM_LINE, point)
-    , m_lineItem(nullptr)
-    , m_firstHit(true)
+    : ODLine(scene)
 {
-    m_lineItem = m_scene->addLine(QLineF());
-    adoptCrossHandleItem();
+    startAt(point);
+    m_firstHit = true;
 }
 
 ODLine::~ODLine()

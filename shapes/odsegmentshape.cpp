@@ -26,11 +26,10 @@ ODSegmentShape::ODSegmentShape(QGraphicsScene* scene, DrawMode mode)
 {
 }
 
-ODSegmentShape::ODSegmentShape(QGraphicsScene* scene, DrawMode mode, QPointF point)
-    : ODShape(scene, mode)
-    , m_startPoint(point)
-    , m_endPoint(point)
+void ODSegmentShape::startAt(QPointF point)
 {
+    m_startPoint = point;
+    m_endPoint = point;
     UpdateHandles();
 }
 

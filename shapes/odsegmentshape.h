@@ -37,8 +37,10 @@ protected:
     enum HandleNumber { StartHandle = 1, EndHandle = 2 };
 
     ODSegmentShape(QGraphicsScene* scene, DrawMode mode);
-    // Both ends on point, the handles made there.
-    ODSegmentShape(QGraphicsScene* scene, DrawMode mode, QPointF point);
+
+    // Both ends on point (scene coordinates) and the handles made there, as a
+    // drawing tool starts the shape at the press point.
+    void startAt(QPointF point);
 
     // Takes the class's plain handle item, with the cross cursor; a subclass
     // calls it after adding its display item, so the handles stand above it.

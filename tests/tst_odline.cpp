@@ -67,7 +67,6 @@ private slots:
     void showHandlePutsTheSquaresInSceneUnits();
     void handleCursorOnViewport_data();
     void handleCursorOnViewport();
-    void itemsLeaveTheSceneWithTheShape();
     void drawnLineIsPaintedOnWholePixels();
 };
 
@@ -476,15 +475,6 @@ void tst_ODLine::handleCursorOnViewport()
     QCOMPARE(v.viewportCursor(), Qt::ArrowCursor);
 }
 
-void tst_ODLine::itemsLeaveTheSceneWithTheShape()
-{
-    QGraphicsScene scene;
-    const int before = scene.items().size();
-    auto* line = new ODLine(&scene, QPointF(1, 1));
-    QCOMPARE(scene.items().size(), before + 2);
-    delete line;
-    QCOMPARE(scene.items().size(), before);
-}
 
 // At zoom 4 a pen of width 1 is a band of 4 device pixels. Shown from
 // (10.4, 30.4) to (60.4, 30.4), the line lies on y 30 from x 10 to x 60, and its

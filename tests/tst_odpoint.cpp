@@ -65,7 +65,6 @@ private slots:
     void setZValueReachesBothItems();
     void showHandlePutsTheSquareInSceneUnits();
     void handleCursorIsTheBases();
-    void itemsLeaveTheSceneWithTheShape();
     void crossIsPaintedWithArmsOfItsSize();
 };
 
@@ -353,15 +352,6 @@ void tst_ODPoint::handleCursorIsTheBases()
     QCOMPARE(v.viewportCursor(), Qt::WaitCursor);
 }
 
-void tst_ODPoint::itemsLeaveTheSceneWithTheShape()
-{
-    QGraphicsScene scene;
-    const int before = scene.items().size();
-    auto* point = new ODPoint(&scene, QPointF(1, 1));
-    QCOMPARE(scene.items().size(), before + 2);
-    delete point;
-    QCOMPARE(scene.items().size(), before);
-}
 
 // At zoom 4 a pen of width 1 is 4 device pixels thick, and arms of 5 units
 // reach 20 device pixels, 22 with the square caps.
