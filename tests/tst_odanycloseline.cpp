@@ -1,6 +1,7 @@
 // The closed freehand line: shown with a line from the last point back to the
-// first, and open while it is being drawn (ShowMoveShape). Its handles, point
-// list and body are those of the open line.
+// first, and open while it is being drawn (ShowMoveShape). Its point list and
+// body are those of the open line, tested with it; here its handles are checked
+// to add points at the ends all the same.
 
 #include "odanycloseline.h"
 #include "GraphicsHandleItem.h"
@@ -12,6 +13,9 @@
 #include <QPainterPath>
 #include <QtTest>
 
+using Kit::elementPoints;
+using Kit::kInsideTheL;
+using Kit::kOnTheClosingSide;
 using Kit::Params;
 using Kit::PictureWindow;
 using Kit::place;
@@ -19,20 +23,7 @@ using Kit::slotsOf;
 
 namespace {
 
-// An L: along the top from (40, 40) to (120, 40), then down to (120, 100).
-const QVector<QPointF> kL = {QPointF(40, 40), QPointF(80, 40), QPointF(120, 40), QPointF(120, 100)};
-// Half way along the closing side, from (120, 100) back to (40, 40).
-const QPointF kOnTheClosingSide(80, 70);
-// Inside the triangle the closed L encloses.
-const QPointF kInsideTheL(105, 55);
-
-QVector<QPointF> elementPoints(const QPainterPath& path)
-{
-    QVector<QPointF> points;
-    for (int i = 0; i < path.elementCount(); ++i)
-        points.append(QPointF(path.elementAt(i)));
-    return points;
-}
+const QVector<QPointF>& kL = Kit::kLinePoints;
 
 // True when the path is one move followed by lines only.
 bool isOneMoveThenLines(const QPainterPath& path)
@@ -63,8 +54,6 @@ private slots:
     void showMoveShapeReloadsThePointsFromTheReference();
     void handlesOnTheEndsAddPointsThere();
     void lineWithoutPointsHasNoHandles();
-    void bodyIsTheClosedLineStrokedFifteenWide_data();
-    void bodyIsTheClosedLineStrokedFifteenWide();
     void closedLineIsPaintedWithItsClosingSide();
     void lineBeingDrawnIsPaintedOpen();
 };
@@ -74,13 +63,8 @@ void tst_ODAnyCloseLine::newCloseLineIsEmptyWithItsTwoItems()
     QGraphicsScene scene;
     ODAnyCloseLine line(&scene);
     QCOMPARE(line.GetDrawMode(), DM_ANYCLOSELINE);
-    QVERIFY(line.points().isEmpty());
-    QVERIFY(line.orgData().isEmpty());
-    QCOMPARE(scene.items().size(), 2);
-    QCOMPARE(line.pathItem()->scene(), &scene);
-    QVERIFY(line.graphicsHandleItem() != nullptr);
-    QCOMPARE(line.handleItem()->cursor().shape(), Qt::CrossCursor);
-    QCOMPARE(line.handleItem()->brush(), QBrush(Qt::blue, Qt::SolidPattern));
+    QVERIFY(line.pathItem()->path().isEmpty());
+    Kit::verifyNewPointListShape(line, scene, line.pathItem());
 }
 
 void tst_ODAnyCloseLine::showShapeClosesTheLineBackToTheFirstPoint()
@@ -224,45 +208,18 @@ void tst_ODAnyCloseLine::lineWithoutPointsHasNoHandles()
     QCOMPARE(line.HitTest(QPointF(0, 0), true), 0);
 }
 
-void tst_ODAnyCloseLine::bodyIsTheClosedLineStrokedFifteenWide_data()
-{
-    QTest::addColumn<QPointF>("point");
-    QTest::addColumn<int>("hit");
-    QTest::newRow("on the top") << QPointF(60, 40) << 1;
-    QTest::newRow("8 above the top") << QPointF(60, 32) << 0;
-    QTest::newRow("inside") << kInsideTheL << 1;
-    QTest::newRow("on the closing side") << kOnTheClosingSide << 1;
-    QTest::newRow("below the closing side") << QPointF(70, 90) << 0;
-}
-
-void tst_ODAnyCloseLine::bodyIsTheClosedLineStrokedFifteenWide()
-{
-    QFETCH(QPointF, point);
-    QFETCH(int, hit);
-    QGraphicsScene scene;
-    ODAnyCloseLine line(&scene);
-    place(line, kL);
-    QCOMPARE(line.HitTest(point, false), hit);
-}
-
 void tst_ODAnyCloseLine::closedLineIsPaintedWithItsClosingSide()
 {
     PictureWindow w;
     const QColor red(230, 20, 20);
-    auto* line = new ODAnyCloseLine(w.scene());
-    line->SetPenColor(red);
-    line->SetBrushColor(QColor(0, 255, 0, 0));
-    line->SetLineWidth(3);
+    auto* line = Kit::addPointListShape<ODAnyCloseLine>(w, red, QColor(0, 255, 0, 0));
     place(*line, kL);
-    w.active()->addShape(line);
     line->ShowHandle();
 
     const QImage image = w.grabViewport();
     ImageCtrlView* view = w.view();
-    const int grey = PictureWindow::kGrey;
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(QPointF(60, 40))), red.rgb(), Kit::kChannelTolerance);
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(kOnTheClosingSide)), red.rgb(), Kit::kChannelTolerance);
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(kInsideTheL)), qRgb(grey, grey, grey), Kit::kChannelTolerance);
+    Kit::verifyColourAt(view, image, {QPointF(60, 40), kOnTheClosingSide}, red.rgb());
+    Kit::verifyColourAt(view, image, {kInsideTheL}, Kit::pictureGrey());
     Kit::verifyHandleSquaresOnlyAt(view, image, {kL.first(), kL.last()});
 }
 
@@ -270,11 +227,7 @@ void tst_ODAnyCloseLine::lineBeingDrawnIsPaintedOpen()
 {
     PictureWindow w;
     const QColor red(230, 20, 20);
-    auto* line = new ODAnyCloseLine(w.scene());
-    line->SetPenColor(red);
-    line->SetBrushColor(QColor(0, 255, 0, 0));
-    line->SetLineWidth(3);
-    w.active()->addShape(line);
+    auto* line = Kit::addPointListShape<ODAnyCloseLine>(w, red, QColor(0, 255, 0, 0));
     line->AddPoint(kL.first());
     line->ShowShape();
     for (int i = 1; i < kL.size(); ++i) {
@@ -283,11 +236,8 @@ void tst_ODAnyCloseLine::lineBeingDrawnIsPaintedOpen()
     }
 
     const QImage image = w.grabViewport();
-    ImageCtrlView* view = w.view();
-    const int grey = PictureWindow::kGrey;
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(QPointF(120, 70))), red.rgb(), Kit::kChannelTolerance);
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(kOnTheClosingSide)), qRgb(grey, grey, grey),
-                       Kit::kChannelTolerance);
+    Kit::verifyColourAt(w.view(), image, {QPointF(120, 70)}, red.rgb());
+    Kit::verifyColourAt(w.view(), image, {kOnTheClosingSide}, Kit::pictureGrey());
 }
 
 QTEST_MAIN(tst_ODAnyCloseLine)

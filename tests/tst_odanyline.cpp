@@ -15,7 +15,10 @@
 #include <QtTest>
 
 using Kit::CursorView;
+using Kit::elementPoints;
 using Kit::HostLog;
+using Kit::kInsideTheL;
+using Kit::kOnTheClosingSide;
 using Kit::Params;
 using Kit::PictureWindow;
 using Kit::place;
@@ -25,22 +28,7 @@ using Kit::verifyZValueReaches;
 
 namespace {
 
-// An L: along the top from (40, 40) to (120, 40), then down to (120, 100).
-// Closed, its third side runs from (120, 100) back to (40, 40).
-const QVector<QPointF> kL = {QPointF(40, 40), QPointF(80, 40), QPointF(120, 40), QPointF(120, 100)};
-// Inside the triangle the closed L encloses, more than 7.5 from each side.
-const QPointF kInsideTheL(105, 55);
-// Half way along the closing side.
-const QPointF kOnTheClosingSide(80, 70);
-
-// The points of a path's elements, in order.
-QVector<QPointF> elementPoints(const QPainterPath& path)
-{
-    QVector<QPointF> points;
-    for (int i = 0; i < path.elementCount(); ++i)
-        points.append(QPointF(path.elementAt(i)));
-    return points;
-}
+const QVector<QPointF>& kL = Kit::kLinePoints;
 
 } // namespace
 
@@ -52,18 +40,14 @@ private slots:
     void newLineIsEmptyWithItsTwoItems();
     void pointsAreStoredInTheOrderGiven();
     void settingPointsKeepsTheOldReferenceAheadAndStopsWriting();
-    void settingValuesReplacesTheReference();
     void oddValueCountDropsTheLoneLastValue();
-    void addPointAppendsToListAndReference();
-    void getParamOnAnEmptyLineIsTrueWithAnEmptyArray();
     void lineWithoutPointsHasNoHandles();
     void handlesSitOnTheFirstAndTheLastPointOnly_data();
     void handlesSitOnTheFirstAndTheLastPointOnly();
     void bothHandlesOfAOnePointLineSitOnIt();
-    void firstHandleInsertsAtTheFrontXThenY();
-    void secondHandleAppends();
-    void otherHandleNumbersAddNothing_data();
-    void otherHandleNumbersAddNothing();
+    void endHandleAddsThePointAtItsEnd_data();
+    void endHandleAddsThePointAtItsEnd();
+    void frontInsertPutsXThenYAheadOfEveryOldSlot();
     void tenMovesOfTheSecondHandleAddTenPoints();
     void updateOrgDataNeedsExactlyTwoSlotsAPoint();
     void updateCurDataNeedsTwoSlotsAPoint();
@@ -85,15 +69,8 @@ void tst_ODAnyLine::newLineIsEmptyWithItsTwoItems()
     QGraphicsScene scene;
     ODAnyLine line(&scene);
     QCOMPARE(line.GetDrawMode(), DM_ANYLINE);
-    QVERIFY(line.points().isEmpty());
-    QVERIFY(line.orgData().isEmpty());
-    QCOMPARE(scene.items().size(), 2);
-    QCOMPARE(line.pathItem()->scene(), &scene);
     QVERIFY(line.pathItem()->path().isEmpty());
-    QVERIFY(line.graphicsHandleItem() != nullptr);
-    QCOMPARE(line.handleItem()->scene(), &scene);
-    QCOMPARE(line.handleItem()->cursor().shape(), Qt::CrossCursor);
-    QCOMPARE(line.handleItem()->brush(), QBrush(Qt::blue, Qt::SolidPattern));
+    Kit::verifyNewPointListShape(line, scene, line.pathItem());
 }
 
 void tst_ODAnyLine::pointsAreStoredInTheOrderGiven()
@@ -127,17 +104,6 @@ void tst_ODAnyLine::settingPointsKeepsTheOldReferenceAheadAndStopsWriting()
     QCOMPARE(line.points().size(), 3);
 }
 
-void tst_ODAnyLine::settingValuesReplacesTheReference()
-{
-    QGraphicsScene scene;
-    ODAnyLine line(&scene);
-    line.SetAnyLinePoints(QVector<QPointF>{QPointF(1, 2)});
-    Params values = {5, 6, 7, 8};
-    line.SetAnyLinePoints(values);
-    QCOMPARE(line.orgData(), values);
-    QCOMPARE(line.points(), QPolygonF(QVector<QPointF>{QPointF(5, 6), QPointF(7, 8)}));
-}
-
 void tst_ODAnyLine::oddValueCountDropsTheLoneLastValue()
 {
     QGraphicsScene scene;
@@ -152,26 +118,6 @@ void tst_ODAnyLine::oddValueCountDropsTheLoneLastValue()
     QCOMPARE(line.orgData(), (Params{1, 2, 3, 4, 9, 9}));
     line.MoveShape(QPointF(1, 0));
     QCOMPARE(line.orgData(), (Params{2, 2, 4, 4, 10, 9}));
-}
-
-void tst_ODAnyLine::addPointAppendsToListAndReference()
-{
-    QGraphicsScene scene;
-    ODAnyLine line(&scene);
-    line.AddPoint(QPointF(3, 4));
-    line.AddPoint(QPointF(-1.5, 6));
-    QCOMPARE(line.points(), QPolygonF(QVector<QPointF>{QPointF(3, 4), QPointF(-1.5, 6)}));
-    QCOMPARE(line.orgData(), (Params{3, 4, -1.5, 6}));
-}
-
-void tst_ODAnyLine::getParamOnAnEmptyLineIsTrueWithAnEmptyArray()
-{
-    QGraphicsScene scene;
-    ODAnyLine line(&scene);
-    bool ok = false;
-    QVERIFY(pointsReadBack(line, &ok).isEmpty());
-    QVERIFY(ok);
-    QVERIFY(line.GetParam(nullptr));
 }
 
 void tst_ODAnyLine::lineWithoutPointsHasNoHandles()
@@ -230,60 +176,45 @@ void tst_ODAnyLine::bothHandlesOfAOnePointLineSitOnIt()
     QCOMPARE(line.HitTest(QPointF(30, 30), true), 1);
 }
 
-void tst_ODAnyLine::firstHandleInsertsAtTheFrontXThenY()
-{
-    QGraphicsScene scene;
-    ODAnyLine line(&scene);
-    place(line, {QPointF(10, 20), QPointF(30, 40)});
-    line.MoveHandleTo(1, QPointF(1, 2));
-    QCOMPARE(line.points(), QPolygonF(QVector<QPointF>{QPointF(1, 2), QPointF(10, 20), QPointF(30, 40)}));
-    QCOMPARE(line.orgData(), (Params{1, 2, 10, 20, 30, 40}));
-    line.MoveHandleTo(1, QPointF(-3, -4));
-    QCOMPARE(line.orgData(), (Params{-3, -4, 1, 2, 10, 20, 30, 40}));
-
-    // On a reference with old slots ahead, the new x and y go to slots 0 and
-    // 1, before the old ones.
-    ODAnyLine kept(&scene);
-    kept.SetAnyLinePoints(QVector<QPointF>{QPointF(7, 8)});
-    kept.SetAnyLinePoints(QVector<QPointF>{QPointF(10, 20)});
-    kept.MoveHandleTo(1, QPointF(1, 2));
-    QCOMPARE(kept.orgData(), (Params{1, 2, 7, 8, 10, 20}));
-    QCOMPARE(kept.points(), QPolygonF(QVector<QPointF>{QPointF(1, 2), QPointF(10, 20)}));
-
-    // The first handle follows the new first point.
-    line.UpdateHandles();
-    QCOMPARE(line.handles().value(0), line.MakeElpHandle(QPointF(-3, -4)));
-}
-
-void tst_ODAnyLine::secondHandleAppends()
-{
-    QGraphicsScene scene;
-    ODAnyLine line(&scene);
-    place(line, {QPointF(10, 20), QPointF(30, 40)});
-    line.MoveHandleTo(2, QPointF(50, 60));
-    QCOMPARE(line.points(), QPolygonF(QVector<QPointF>{QPointF(10, 20), QPointF(30, 40), QPointF(50, 60)}));
-    QCOMPARE(line.orgData(), (Params{10, 20, 30, 40, 50, 60}));
-    line.UpdateHandles();
-    QCOMPARE(line.handles().value(1), line.MakeElpHandle(QPointF(50, 60)));
-}
-
-void tst_ODAnyLine::otherHandleNumbersAddNothing_data()
+void tst_ODAnyLine::endHandleAddsThePointAtItsEnd_data()
 {
     QTest::addColumn<int>("number");
-    QTest::newRow("0") << 0;
-    QTest::newRow("3") << 3;
-    QTest::newRow("-1") << -1;
+    QTest::addColumn<QVector<QPointF>>("points");
+    const QPointF a(10, 20), b(30, 40), to(1, 2);
+    QTest::newRow("1 at the front") << 1 << QVector<QPointF>{to, a, b};
+    QTest::newRow("2 at the end") << 2 << QVector<QPointF>{a, b, to};
+    QTest::newRow("0 nothing") << 0 << QVector<QPointF>{a, b};
+    QTest::newRow("3 nothing") << 3 << QVector<QPointF>{a, b};
+    QTest::newRow("-1 nothing") << -1 << QVector<QPointF>{a, b};
 }
 
-void tst_ODAnyLine::otherHandleNumbersAddNothing()
+void tst_ODAnyLine::endHandleAddsThePointAtItsEnd()
 {
     QFETCH(int, number);
+    QFETCH(QVector<QPointF>, points);
     QGraphicsScene scene;
     ODAnyLine line(&scene);
-    place(line, kL);
-    line.MoveHandleTo(number, QPointF(500, 500));
-    QCOMPARE(line.points(), QPolygonF(kL));
-    QCOMPARE(line.orgData(), slotsOf(kL));
+    place(line, {QPointF(10, 20), QPointF(30, 40)});
+    line.MoveHandleTo(number, QPointF(1, 2));
+    QCOMPARE(line.points(), QPolygonF(points));
+    QCOMPARE(line.orgData(), slotsOf(points));
+    // The handles follow the ends.
+    line.UpdateHandles();
+    QCOMPARE(line.handles().value(0), line.MakeElpHandle(points.first()));
+    QCOMPARE(line.handles().value(1), line.MakeElpHandle(points.last()));
+}
+
+void tst_ODAnyLine::frontInsertPutsXThenYAheadOfEveryOldSlot()
+{
+    QGraphicsScene scene;
+    ODAnyLine line(&scene);
+    line.SetAnyLinePoints(QVector<QPointF>{QPointF(7, 8)});
+    line.SetAnyLinePoints(QVector<QPointF>{QPointF(10, 20)});
+    line.MoveHandleTo(1, QPointF(1, 2));
+    QCOMPARE(line.orgData(), (Params{1, 2, 7, 8, 10, 20}));
+    QCOMPARE(line.points(), QPolygonF(QVector<QPointF>{QPointF(1, 2), QPointF(10, 20)}));
+    line.MoveHandleTo(1, QPointF(-3, -4));
+    QCOMPARE(line.orgData(), (Params{-3, -4, 1, 2, 7, 8, 10, 20}));
 }
 
 void tst_ODAnyLine::tenMovesOfTheSecondHandleAddTenPoints()
@@ -498,22 +429,14 @@ void tst_ODAnyLine::openLineIsPaintedWithoutItsClosingSide()
 {
     PictureWindow w;
     const QColor red(230, 20, 20);
-    auto* line = new ODAnyLine(w.scene());
-    line->SetPenColor(red);
-    line->SetBrushColor(QColor(0, 255, 0, 0));
-    line->SetLineWidth(3);
+    auto* line = Kit::addPointListShape<ODAnyLine>(w, red, QColor(0, 255, 0, 0));
     place(*line, kL);
-    w.active()->addShape(line);
     line->ShowHandle();
 
     const QImage image = w.grabViewport();
     ImageCtrlView* view = w.view();
-    const int grey = PictureWindow::kGrey;
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(QPointF(60, 40))), red.rgb(), Kit::kChannelTolerance);
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(QPointF(120, 70))), red.rgb(), Kit::kChannelTolerance);
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(kOnTheClosingSide)), qRgb(grey, grey, grey),
-                       Kit::kChannelTolerance);
-    KIT_COMPARE_COLOUR(image.pixel(view->mapFromScene(kInsideTheL)), qRgb(grey, grey, grey), Kit::kChannelTolerance);
+    Kit::verifyColourAt(view, image, {QPointF(60, 40), QPointF(120, 70)}, red.rgb());
+    Kit::verifyColourAt(view, image, {kOnTheClosingSide, kInsideTheL}, Kit::pictureGrey());
     // Handle squares at the two ends alone, none at the points between.
     Kit::verifyHandleSquaresOnlyAt(view, image, {kL.first(), kL.last()});
 }
@@ -523,17 +446,12 @@ void tst_ODAnyLine::opaqueBrushFillsTheOpenLineAsAClosedOne()
     PictureWindow w;
     const QColor red(230, 20, 20);
     const QColor green(20, 200, 40);
-    auto* line = new ODAnyLine(w.scene());
-    line->SetPenColor(red);
-    line->SetBrushColor(green);
+    auto* line = Kit::addPointListShape<ODAnyLine>(w, red, green);
     place(*line, kL);
-    w.active()->addShape(line);
 
     const QImage image = w.grabViewport();
-    KIT_COMPARE_COLOUR(image.pixel(w.view()->mapFromScene(kInsideTheL)), green.rgb(), Kit::kChannelTolerance);
-    // No outline on the open side: its pixels are fill, not pen.
-    KIT_COMPARE_COLOUR(image.pixel(w.view()->mapFromScene(kOnTheClosingSide + QPointF(1, -1))), green.rgb(),
-                       Kit::kChannelTolerance);
+    // Inside, and on the open side, which has no outline: fill, not pen.
+    Kit::verifyColourAt(w.view(), image, {kInsideTheL, kOnTheClosingSide + QPointF(1, -1)}, green.rgb());
 }
 
 QTEST_MAIN(tst_ODAnyLine)

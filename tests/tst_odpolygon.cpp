@@ -82,17 +82,8 @@ void tst_ODPolygon::newPolygonIsEmptyWithItsTwoItems()
     QGraphicsScene scene;
     ODPolygon polygon(&scene);
     QCOMPARE(polygon.GetDrawMode(), DM_POLYGON);
-    QVERIFY(polygon.points().isEmpty());
-    QVERIFY(polygon.orgData().isEmpty());
-    QVERIFY(polygon.handles().isEmpty());
-    QCOMPARE(scene.items().size(), 2);
-    QCOMPARE(polygon.polygonItem()->scene(), &scene);
     QVERIFY(polygon.polygonItem()->polygon().isEmpty());
-    QVERIFY(polygon.graphicsHandleItem() != nullptr);
-    QCOMPARE(polygon.handleItem()->scene(), &scene);
-    QCOMPARE(polygon.handleItem()->cursor().shape(), Qt::CrossCursor);
-    QCOMPARE(polygon.handleItem()->brush(), QBrush(Qt::blue, Qt::SolidPattern));
-    QVERIFY(!polygon.handleItem()->acceptHoverEvents());
+    Kit::verifyNewPointListShape(polygon, scene, polygon.polygonItem());
 }
 
 void tst_ODPolygon::polygonIsAQObjectBehindItsShapePart()
@@ -585,23 +576,14 @@ void tst_ODPolygon::concavePolygonIsPaintedWithItsNotchOpen()
 {
     PictureWindow w;
     const QColor red(230, 20, 20);
-    auto* polygon = new ODPolygon(w.scene());
-    polygon->SetPenColor(red);
-    polygon->SetBrushColor(red);
-    polygon->SetLineWidth(1);
+    auto* polygon = Kit::addPointListShape<ODPolygon>(w, red, red, 1);
     place(*polygon, kU);
-    w.active()->addShape(polygon);
     polygon->ShowHandle();
 
     const QImage image = w.grabViewport();
-    const QPoint notch = w.view()->mapFromScene(kInTheNotch);
-    const QPoint arm = w.view()->mapFromScene(kInTheLeftArm);
-    const QPoint bottom = w.view()->mapFromScene(QPointF(80, 100));
-    KIT_COMPARE_COLOUR(image.pixel(arm), red.rgb(), Kit::kChannelTolerance);
-    KIT_COMPARE_COLOUR(image.pixel(bottom), red.rgb(), Kit::kChannelTolerance);
+    Kit::verifyColourAt(w.view(), image, {kInTheLeftArm, QPointF(80, 100)}, red.rgb());
     // The notch shows the picture's grey, inside the bounding box.
-    const int grey = PictureWindow::kGrey;
-    KIT_COMPARE_COLOUR(image.pixel(notch), qRgb(grey, grey, grey), Kit::kChannelTolerance);
+    Kit::verifyColourAt(w.view(), image, {kInTheNotch}, Kit::pictureGrey());
     // A blue square on every corner, above the fill.
     Kit::verifyHandleSquaresOnlyAt(w.view(), image, kU);
 }

@@ -2,22 +2,39 @@
 
 // The point-list shapes as a test puts them down and reads them back: corners
 // or points handed over as pairs of reference slots, the points of a point
-// array, and the handle squares painted on a viewport.
+// array or a path, a freehand L with its inside, a new shape's items, and the
+// handle squares painted on a viewport.
 
 #include "kitcompare.h"
 #include "kitpixels.h"
+#include "kitwindow.h"
 
+#include "GraphicsHandleItem.h"
 #include "VorPointArray.h"
 #include "odfreeline.h"
 #include "odpolygon.h"
 
+#include <QColor>
+#include <QCursor>
+#include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QImage>
+#include <QPainterPath>
 #include <QPointF>
 #include <QVector>
 #include <QtTest/QTest>
 
+#include <initializer_list>
+
 namespace Kit {
+
+// A freehand L: along the top from (40, 40) to (120, 40), then down to
+// (120, 100). Closed, its third side runs from (120, 100) back to (40, 40).
+inline const QVector<QPointF> kLinePoints = {QPointF(40, 40), QPointF(80, 40), QPointF(120, 40), QPointF(120, 100)};
+// Inside the triangle that the closed L encloses, more than 7.5 from each side.
+inline const QPointF kInsideTheL(105, 55);
+// Half way along the closing side.
+inline const QPointF kOnTheClosingSide(80, 70);
 
 // Two reference slots a point: x0, y0, x1, y1, ...
 inline Params slotsOf(const QVector<QPointF>& points)
@@ -34,6 +51,15 @@ inline QVector<QPointF> pointsOf(const VorPointArray& array)
     QVector<QPointF> points;
     for (int i = 0; i < array.Length(); ++i)
         points.append(QPointF(array[i].x, array[i].y));
+    return points;
+}
+
+// The points of a path's elements, in order.
+inline QVector<QPointF> elementPoints(const QPainterPath& path)
+{
+    QVector<QPointF> points;
+    for (int i = 0; i < path.elementCount(); ++i)
+        points.append(QPointF(path.elementAt(i)));
     return points;
 }
 
@@ -65,6 +91,56 @@ inline void place(ODFreeLine& shape, const QVector<QPointF>& points)
     shape.SetAnyLinePoints(values);
     shape.ShowShape();
     shape.UpdateHandles();
+}
+
+// Fails the running test unless a point-list shape just made has no point, no
+// reference and no handle, and owns exactly its display item and its handle
+// item in the scene: a GraphicsHandleItem with the cross cursor on the whole
+// item, the handle blue brush and no hover events.
+inline void verifyNewPointListShape(const ODPointListShape& shape, const QGraphicsScene& scene,
+                                    const QGraphicsItem* displayItem)
+{
+    QVERIFY(shape.points().isEmpty());
+    QVERIFY(shape.orgData().isEmpty());
+    QVERIFY(shape.handles().isEmpty());
+    QCOMPARE(scene.items().size(), 2);
+    QCOMPARE(displayItem->scene(), &scene);
+    QVERIFY(shape.graphicsHandleItem() != nullptr);
+    QCOMPARE(shape.handleItem()->scene(), &scene);
+    QCOMPARE(shape.handleItem()->cursor().shape(), Qt::CrossCursor);
+    QCOMPARE(shape.handleItem()->brush(), QBrush(Qt::blue, Qt::SolidPattern));
+    QVERIFY(!shape.handleItem()->acceptHoverEvents());
+}
+
+// A point-list shape on the active layer of a window, in these colours and
+// line width, still without points.
+template <class Shape>
+Shape* addPointListShape(PictureWindow& w, const QColor& pen, const QColor& brush, float lineWidth = 3)
+{
+    auto* shape = new Shape(w.scene());
+    shape->SetPenColor(pen);
+    shape->SetBrushColor(brush);
+    shape->SetLineWidth(lineWidth);
+    w.active()->addShape(shape);
+    return shape;
+}
+
+// The grey of a PictureWindow's picture, as the viewport shows it.
+inline QRgb pictureGrey()
+{
+    return qRgb(PictureWindow::kGrey, PictureWindow::kGrey, PictureWindow::kGrey);
+}
+
+// Fails the running test unless the grab's pixel under each scene point has
+// the colour, within one a channel.
+inline void verifyColourAt(QGraphicsView* view, const QImage& image, std::initializer_list<QPointF> scenePoints,
+                           QRgb colour)
+{
+    for (const QPointF& point : scenePoints) {
+        const QRgb actual = image.pixel(view->mapFromScene(point));
+        QVERIFY2(colourNear(actual, colour),
+                 qPrintable(text(point) + ": " + colourText(actual) + ", expected " + colourText(colour)));
+    }
 }
 
 // Fails the running test unless the grab shows a 6 by 6 square of handle
