@@ -11,11 +11,15 @@
 #include "GraphicsHandleItem.h"
 #include "Rect1HandleItem.h"
 #include "Rect2HandleItem.h"
+#include "VorPointArray.h"
 #include "geometryhelpers.h"
+#include "odanycloseline.h"
+#include "odanyline.h"
 #include "odarrowline.h"
 #include "odellipse.h"
 #include "odline.h"
 #include "odpoint.h"
+#include "odpolygon.h"
 #include "odrect1.h"
 #include "odrect2.h"
 #include "odshape.h"
@@ -67,6 +71,11 @@ struct ShapeContract
     // The class makes its handles in every constructor and its hit test makes
     // them anew before it looks, so a handle is found without UpdateHandles.
     bool hitTestUpdatesHandles = false;
+    // The reference is a list of points, two slots each, that a tool fills
+    // point by point: a shape made at a point holds that point from the start,
+    // GetParam succeeds also with no points, slotCount is the box shape's and
+    // slotsAtPoint holds the one point.
+    bool referenceIsPointList = false;
 
     std::function<ODShape*(QGraphicsScene*)> make;
     std::function<ODShape*(QGraphicsScene*, QPointF)> makeAt;
@@ -431,11 +440,128 @@ ShapeContract pointContract()
     return c;
 }
 
+// A box as a point list: its corners clockwise on the screen from the top left.
+QVector<double> boxCorners(QPointF centre, QSizeF half)
+{
+    const double l = centre.x() - half.width(), r = centre.x() + half.width();
+    const double t = centre.y() - half.height(), b = centre.y() + half.height();
+    return {l, t, r, t, r, b, l, b};
+}
+
+QVector<QPointF> pointsOf(const QVector<double>& v)
+{
+    QVector<QPointF> points;
+    for (int i = 0; i + 1 < v.size(); i += 2)
+        points.append(QPointF(v[i], v[i + 1]));
+    return points;
+}
+
+// What the three point-list classes share: made as the tools make them (the
+// plain constructor, then AddPoint), parameters through a point array that
+// the outputs preset and that sets their length, squares on a
+// GraphicsHandleItem at the z value of the display item.
+template <typename Shape>
+ShapeContract pointListContract(const QString& name, QGraphicsItem* (*displayItem)(const Shape*))
+{
+    ShapeContract c;
+    c.name = name;
+    c.referenceIsPointList = true;
+    c.slotCount = 8;
+    c.paramCount = 8;
+    c.handlePaint = HandlePaint::FixedDevicePixels;
+    c.handleItemClass = "GraphicsHandleItem";
+    c.hasHandleItemClass = isExactly<GraphicsHandleItem>();
+    c.make = [](QGraphicsScene* scene) -> ODShape* { return new Shape(scene); };
+    c.makeAt = [](QGraphicsScene* scene, QPointF p) -> ODShape* {
+        auto* shape = new Shape(scene);
+        shape->AddPoint(p);
+        return shape;
+    };
+    c.slotsAtPoint = [](QPointF p) { return QVector<double>{p.x(), p.y()}; };
+    c.boxParams = &boxCorners;
+    c.getParam = [](const ODShape* shape, QVector<double>& v) {
+        VorPointArray array;
+        for (const QPointF& p : pointsOf(v))
+            array.Append(VorPoint(p.x(), p.y()));
+        const bool ok = as<Shape>(shape)->GetParam(&array);
+        v.clear();
+        for (int i = 0; i < array.Length(); ++i)
+            v << array[i].x << array[i].y;
+        return ok;
+    };
+    c.displayItems = [displayItem](const ODShape* shape) {
+        return QList<QGraphicsItem*>{displayItem(as<Shape>(shape))};
+    };
+    c.setZValue = [](ODShape* shape, long z) { as<Shape>(shape)->setZValue(z); };
+    c.xParams = {0, 2, 4, 6};
+    c.yParams = {1, 3, 5, 7};
+    return c;
+}
+
+ShapeContract polygonContract()
+{
+    ShapeContract c = pointListContract<ODPolygon>(
+        "ODPolygon", [](const ODPolygon* shape) -> QGraphicsItem* { return shape->polygonItem(); });
+    c.handleCount = 4;
+    c.setParams = [](ODShape* shape, const QVector<double>& v) {
+        QVector<double> values = v;
+        as<ODPolygon>(shape)->SetPolygonPoints(values);
+    };
+    // A handle on every corner; a drag moves that corner.
+    c.handleCentres = [](const QVector<double>& v, float) { return pointsOf(v); };
+    c.dragResult = [](QVector<double> v, int number, QPointF target) {
+        v[2 * (number - 1)] = target.x();
+        v[2 * (number - 1) + 1] = target.y();
+        return v;
+    };
+    return c;
+}
+
+// The free lines: a handle on the first and the last point; a drag adds the
+// target as a new point at that end.
+template <typename Shape>
+ShapeContract freeLineContract(const QString& name)
+{
+    ShapeContract c = pointListContract<Shape>(
+        name, [](const Shape* shape) -> QGraphicsItem* { return shape->pathItem(); });
+    c.handleCount = 2;
+    c.setParams = [](ODShape* shape, const QVector<double>& v) {
+        QVector<double> values = v;
+        as<Shape>(shape)->SetAnyLinePoints(values);
+    };
+    c.handleCentres = [](const QVector<double>& v, float) {
+        const QVector<QPointF> points = pointsOf(v);
+        return QVector<QPointF>{points.first(), points.last()};
+    };
+    c.dragResult = [](QVector<double> v, int number, QPointF target) {
+        if (number == 1) {
+            v.insert(0, target.x());
+            v.insert(1, target.y());
+        } else if (number == 2) {
+            v << target.x() << target.y();
+        }
+        return v;
+    };
+    return c;
+}
+
+ShapeContract anyLineContract()
+{
+    return freeLineContract<ODAnyLine>("ODAnyLine");
+}
+
+ShapeContract anyCloseLineContract()
+{
+    return freeLineContract<ODAnyCloseLine>("ODAnyCloseLine");
+}
+
 // Every shape class the contract covers, one entry each.
 const QVector<ShapeContract>& shapeContracts()
 {
-    static const QVector<ShapeContract> contracts = {rect1Contract(), rect2Contract(), ellipseContract(),
-                                                     lineContract(),  arrowLineContract(), pointContract()};
+    static const QVector<ShapeContract> contracts = {
+        rect1Contract(), rect2Contract(),       ellipseContract(), lineContract(),         arrowLineContract(),
+        pointContract(), polygonContract(),     anyLineContract(), anyCloseLineContract(),
+    };
     return contracts;
 }
 
@@ -617,7 +743,7 @@ void tst_ShapeContract::everyShapeClassHasAContract()
         QVERIFY(contract.handleCentres && contract.dragResult);
         QVERIFY(!contract.xParams.isEmpty() && !contract.yParams.isEmpty());
         QCOMPARE(contract.boxParams(kBoxCentre, kBoxHalf).size(), contract.paramCount);
-        QCOMPARE(contract.slotsAtPoint(kBoxCentre).size(), contract.slotCount);
+        QCOMPARE(contract.slotsAtPoint(kBoxCentre).size(), contract.referenceIsPointList ? 2 : contract.slotCount);
 
         // The handle item is of the class the contract names, with the blue brush.
         QGraphicsScene scene;
@@ -640,6 +766,20 @@ void tst_ShapeContract::freshShapeGetParamFailsAndLeavesTheOutputs()
     QGraphicsScene scene;
     const ShapePtr plain(contract.make(&scene));
     const ShapePtr atPoint(contract.makeAt(&scene, QPointF(37.25, 61.5)));
+    if (contract.referenceIsPointList) {
+        // No fresh state: the plain shape reads back no point, over whatever
+        // the caller preset, and the one made at a point reads back that point.
+        QVERIFY(plain->orgData().isEmpty());
+        QVector<double> outputs = presetOutputs(contract);
+        QVERIFY(contract.getParam(plain.get(), outputs));
+        QVERIFY2(outputs.isEmpty(), qPrintable(Kit::text(outputs)));
+        const QVector<double> point = contract.slotsAtPoint(QPointF(37.25, 61.5));
+        QCOMPARE(atPoint->orgData(), point);
+        outputs = presetOutputs(contract);
+        QVERIFY(contract.getParam(atPoint.get(), outputs));
+        QCOMPARE(outputs, point);
+        return;
+    }
     for (const ODShape* fresh : {plain.get(), atPoint.get()}) {
         QVERIFY(fresh->orgData().isEmpty());
         QVector<double> outputs = presetOutputs(contract);
@@ -670,7 +810,11 @@ void tst_ShapeContract::firstUpdateOrgDataFillsEverySlotFromTheCurrentGeometry()
     const QPointF press(37.25, 61.5);
     QGraphicsScene scene;
     const ShapePtr fresh(contract.makeAt(&scene, press));
-    QVERIFY(fresh->orgData().isEmpty());
+    // A point list holds its point from the start, and keeps it.
+    if (contract.referenceIsPointList)
+        QCOMPARE(fresh->orgData(), contract.slotsAtPoint(press));
+    else
+        QVERIFY(fresh->orgData().isEmpty());
 
     fresh->UpdateOrgData(number);
     const QVector<double> expected = contract.slotsAtPoint(press);
