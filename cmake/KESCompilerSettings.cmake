@@ -5,6 +5,14 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     add_compile_options(-Wall -Wextra -Wno-deprecated-declarations)
 endif()
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC's straight-line vectoriser (seen with GCC 12 at -O2) drops the
+    # rounding to float of two doubles that are widened back into one point
+    # together, as in QPointF(float(x), float(y)). The shapes' results are
+    # defined by that rounding, so the pass is off.
+    add_compile_options(-fno-tree-slp-vectorize)
+endif()
+
 if(KES_SANITIZE)
     set(KES_SANITIZER_FLAGS -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_compile_options(${KES_SANITIZER_FLAGS})

@@ -7,14 +7,6 @@
 
 namespace SearchLine {
 
-namespace {
-
-// More arrows than this cannot be told apart on any screen; a host's count
-// beyond it draws this many, so that a wild count cannot hang a paint.
-constexpr int kMaximumLines = 65536;
-
-} // namespace
-
 QPainterPath GenSearchlines(const QRectF& rect, int direction, int count)
 {
     QPainterPath result;

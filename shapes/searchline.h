@@ -10,6 +10,10 @@
 // direction in which a host's algorithm searches. Display only.
 namespace SearchLine {
 
+// More arrows than this cannot be told apart on any screen; a host's count
+// beyond it draws this many, so that a wild count cannot hang a paint.
+constexpr int kMaximumLines = 65536;
+
 // The arrows across rect (normalised first) in one of the directions 0 to 3,
 // count of them including the two on the edges; fewer than 2, or another
 // direction, give the empty path. Coordinates are truncated to whole units.

@@ -13,9 +13,12 @@
 #include "Rect2HandleItem.h"
 #include "VorPointArray.h"
 #include "geometryhelpers.h"
+#include "odannular.h"
 #include "odanycloseline.h"
 #include "odanyline.h"
+#include "odarc.h"
 #include "odarrowline.h"
+#include "odcircle.h"
 #include "odellipse.h"
 #include "odline.h"
 #include "odpoint.h"
@@ -440,6 +443,50 @@ ShapeContract pointContract()
     return c;
 }
 
+// The circle of the box: radius the smaller half size, handles on top, right,
+// bottom and left, each setting the radius.
+ShapeContract circleContract()
+{
+    ShapeContract c;
+    c.name = "ODCircle";
+    c.slotCount = 3;
+    c.paramCount = 3;
+    c.handleCount = 4;
+    c.handlePaint = HandlePaint::FixedDevicePixels;
+    c.handleItemClass = "CircleHandleItem";
+    c.hasHandleItemClass = isExactly<CircleHandleItem>();
+    c.showHandleRaisesHandleItem = true;
+    c.make = [](QGraphicsScene* scene) -> ODShape* { return new ODCircle(scene); };
+    c.makeAt = [](QGraphicsScene* scene, QPointF p) -> ODShape* { return new ODCircle(scene, p); };
+    c.slotsAtPoint = [](QPointF p) { return QVector<double>{p.x(), p.y(), 0}; };
+    c.boxParams = [](QPointF centre, QSizeF half) {
+        return QVector<double>{centre.x(), centre.y(), qMin(half.width(), half.height())};
+    };
+    c.setParams = [](ODShape* shape, const QVector<double>& v) { as<ODCircle>(shape)->SetCircle(v[0], v[1], v[2]); };
+    c.getParam = [](const ODShape* shape, QVector<double>& v) {
+        double x = v[0], y = v[1], r = v[2];
+        const bool ok = as<ODCircle>(shape)->GetParam(&x, &y, &r);
+        v = {x, y, r};
+        return ok;
+    };
+    c.displayItems = [](const ODShape* shape) {
+        return QList<QGraphicsItem*>{as<ODCircle>(shape)->ellipseItem()};
+    };
+    c.setZValue = [](ODShape* shape, long z) { as<ODCircle>(shape)->setZValue(z); };
+    c.handleCentres = [](const QVector<double>& v, float) {
+        const double x = v[0], y = v[1], r = v[2];
+        return QVector<QPointF>{QPointF(x, y - r), QPointF(x + r, y), QPointF(x, y + r), QPointF(x - r, y)};
+    };
+    c.dragResult = [](QVector<double> v, int number, QPointF target) {
+        if (number > 0)
+            v[2] = Distance(target, QPointF(v[0], v[1]));
+        return v;
+    };
+    c.xParams = {0};
+    c.yParams = {1};
+    return c;
+}
+
 // A box as a point list: its corners clockwise on the screen from the top left.
 QVector<double> boxCorners(QPointF centre, QSizeF half)
 {
@@ -555,12 +602,151 @@ ShapeContract anyCloseLineContract()
     return freeLineContract<ODAnyCloseLine>("ODAnyCloseLine");
 }
 
+// Where a path stands after arcMoveTo on the square of a circle.
+QPointF arcMovePoint(QPointF centre, double radius, double angle)
+{
+    QPainterPath path;
+    path.arcMoveTo(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius), angle);
+    return path.currentPosition();
+}
+
+// The arc of the box: on the box's circle from 30 over 120 degrees, so that
+// its body, the area between chord and arc, lies above the centre.
+ShapeContract arcContract()
+{
+    ShapeContract c;
+    c.name = "ODARC";
+    c.slotCount = 5;
+    c.paramCount = 5;
+    c.handleCount = 2;
+    c.handlePaint = HandlePaint::SceneUnits;
+    c.handleItemClass = "QGraphicsPathItem";
+    c.hasHandleItemClass = isExactly<QGraphicsPathItem>();
+    c.make = [](QGraphicsScene* scene) -> ODShape* { return new ODARC(scene); };
+    c.makeAt = [](QGraphicsScene* scene, QPointF p) -> ODShape* { return new ODARC(scene, p); };
+    c.slotsAtPoint = [](QPointF p) { return QVector<double>{p.x(), p.y(), 5, 0, 30}; };
+    c.boxParams = [](QPointF centre, QSizeF half) {
+        return QVector<double>{centre.x(), centre.y(), qMin(half.width(), half.height()), 30, 120};
+    };
+    c.setParams = [](ODShape* shape, const QVector<double>& v) {
+        as<ODARC>(shape)->SetCircle(v[0], v[1], v[2], v[3], v[4]);
+    };
+    c.getParam = [](const ODShape* shape, QVector<double>& v) {
+        double x = v[0], y = v[1], r = v[2], start = v[3], sweep = v[4];
+        const bool ok = as<ODARC>(shape)->GetParam(&x, &y, &r, &start, &sweep);
+        v = {x, y, r, start, sweep};
+        return ok;
+    };
+    c.bodyPoint = [](QPointF centre, QSizeF half) {
+        return centre - QPointF(0, 0.75 * qMin(half.width(), half.height()));
+    };
+    c.displayItems = [](const ODShape* shape) { return QList<QGraphicsItem*>{as<ODARC>(shape)->arcItem()}; };
+    c.setZValue = [](ODShape* shape, long z) { as<ODARC>(shape)->setZValue(z); };
+    c.handleCentres = [](const QVector<double>& v, float) {
+        const QPointF centre(v[0], v[1]);
+        return QVector<QPointF>{arcMovePoint(centre, v[2], v[3]), arcMovePoint(centre, v[2], v[3] + v[4])};
+    };
+    c.dragResult = [](QVector<double> v, int number, QPointF target) {
+        if (number > 0)
+            v[2] = Distance(target, QPointF(v[0], v[1]));
+        return v;
+    };
+    c.xParams = {0};
+    c.yParams = {1};
+    return c;
+}
+
+// The annulus of the box: outer radius the smaller half size, inner a quarter
+// of it, the left half from 90 over 180 degrees (held as -180), so that its
+// handles sit on whole device pixels, and three search lines outward.
+ShapeContract annulusContract()
+{
+    ShapeContract c;
+    c.name = "ODAnnular";
+    c.slotCount = 4;
+    c.paramCount = 8;
+    c.handleCount = 4;
+    c.handlePaint = HandlePaint::SceneUnits;
+    c.handleItemClass = "QGraphicsPathItem";
+    c.hasHandleItemClass = isExactly<QGraphicsPathItem>();
+    c.make = [](QGraphicsScene* scene) -> ODShape* { return new ODAnnular(scene); };
+    c.makeAt = [](QGraphicsScene* scene, QPointF p) -> ODShape* { return new ODAnnular(scene, p); };
+    c.slotsAtPoint = [](QPointF p) { return QVector<double>{p.x(), p.y(), 0, 0}; };
+    c.boxParams = [](QPointF centre, QSizeF half) {
+        const double outer = qMin(half.width(), half.height());
+        return QVector<double>{centre.x(), centre.y(), outer / 4, outer, 90, 180, double(SL_INNER_TO_OUTER), 3};
+    };
+    c.setParams = [](ODShape* shape, const QVector<double>& v) {
+        auto* annulus = as<ODAnnular>(shape);
+        annulus->SetTours(v[0], v[1], v[2], v[3], v[4], -v[5]);
+        annulus->SetSearchLine(SEARCHLINEDIRECTION(int(v[6])), int(v[7]));
+    };
+    c.getParam = [](const ODShape* shape, QVector<double>& v) {
+        double x = v[0], y = v[1], inner = v[2], outer = v[3], start = v[4], sweep = v[5];
+        int direction = int(v[6]), count = int(v[7]);
+        const bool ok = as<ODAnnular>(shape)->GetParam(&x, &y, &inner, &outer, &start, &sweep, &direction, &count);
+        v = {x, y, inner, outer, start, sweep, double(direction), double(count)};
+        return ok;
+    };
+    c.bodyPoint = [](QPointF centre, QSizeF half) {
+        const double outer = qMin(half.width(), half.height());
+        return centre - QPointF((outer / 4 + outer) / 2, 0);
+    };
+    c.displayItems = [](const ODShape* shape) {
+        return QList<QGraphicsItem*>{as<ODAnnular>(shape)->annularItem(), as<ODAnnular>(shape)->searchLineItem()};
+    };
+    c.setZValue = [](ODShape* shape, long z) { as<ODAnnular>(shape)->setZValue(z); };
+    c.handleCentres = [](const QVector<double>& v, float) {
+        // Start and end at mid radius, inner and outer at mid angle; the
+        // reported sweep runs counter-clockwise from the start.
+        const QPointF centre(v[0], v[1]);
+        const double mid = (v[2] + v[3]) / 2, start = v[4], end = v[4] + v[5], middle = v[4] + v[5] / 2;
+        auto at = [&centre](double r, double degrees) {
+            const double a = degrees * 3.14159265358979323846 / 180;
+            return QPointF(centre.x() + r * std::cos(a), centre.y() - r * std::sin(a));
+        };
+        return QVector<QPointF>{at(mid, start), at(mid, end), at(v[2], middle), at(v[3], middle)};
+    };
+    c.dragResult = [](QVector<double> v, int number, QPointF target) {
+        // Handles 1 and 2 set the angles, 3 the inner radius (5 inside the
+        // outer at most), 4 the outer (5 outside the inner at least); the
+        // hole that 4 gives a thin ring stays out of the reference.
+        const QPointF centre(v[0], v[1]);
+        const double held = -v[5];
+        const double epsilon = double(1e-6f);
+        if (number == 1) {
+            const float end = ConvertAngle(float(v[4] - held));
+            const double start = ConvertAngle(CalculateAngle(target, centre));
+            double sweep = start - end;
+            if (sweep > epsilon)
+                sweep -= 360;
+            v[4] = start;
+            v[5] = -sweep;
+        } else if (number == 2) {
+            const double d = ConvertAngle(CalculateAngle(target, centre)) - v[4];
+            v[5] = d > epsilon ? d : 360 + d;
+        } else if (number == 3) {
+            const double r = Distance(target, centre);
+            v[2] = r - v[3] > epsilon ? v[3] - 5 : r;
+        } else if (number == 4) {
+            const double r = Distance(target, centre);
+            v[3] = 1e-6 > r - v[2] ? v[2] + 5 : r;
+        }
+        return v;
+    };
+    c.xParams = {0};
+    c.yParams = {1};
+    c.tolerance = Kit::kGeometryTolerance;
+    return c;
+}
+
 // Every shape class the contract covers, one entry each.
 const QVector<ShapeContract>& shapeContracts()
 {
     static const QVector<ShapeContract> contracts = {
-        rect1Contract(), rect2Contract(),       ellipseContract(), lineContract(),         arrowLineContract(),
-        pointContract(), polygonContract(),     anyLineContract(), anyCloseLineContract(),
+        rect1Contract(),     rect2Contract(), ellipseContract(),   circleContract(),  arcContract(),
+        annulusContract(),   lineContract(),  arrowLineContract(), pointContract(),   polygonContract(),
+        anyLineContract(),   anyCloseLineContract(),
     };
     return contracts;
 }

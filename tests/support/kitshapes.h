@@ -176,6 +176,46 @@ void verifyZValueReaches(Shape& shape, std::initializer_list<const QGraphicsItem
     }
 }
 
+// A shape dressed for a pixel check on a view at zoom: handles at that
+// zoom's scale, a pure red pen one scene unit wide, and the brush given.
+inline void dressForPixels(ODShape& shape, double zoom, const QColor& brush)
+{
+    shape.SetScale(float(zoom));
+    shape.SetPenColor(QColor(255, 0, 0));
+    shape.SetBrushColor(brush);
+    shape.SetLineWidth(1.0f);
+}
+
+// Fails the running test unless, with the handles shown, setHandleCursor at
+// point (scene) puts cursor on the viewport and leaves the view's own cursor,
+// and, with the handles hidden, puts the arrow there.
+template <class Shape>
+void verifyHandleCursor(CursorView& v, Shape& shape, const QPointF& point, Qt::CursorShape cursor)
+{
+    shape.ShowHandle();
+    shape.setHandleCursor(point);
+    QCOMPARE(v.viewportCursor(), cursor);
+    QCOMPARE(v.viewCursor(), Qt::WaitCursor);
+
+    shape.HideHandle();
+    v.view.viewport()->setCursor(Qt::WaitCursor);
+    shape.setHandleCursor(point);
+    QCOMPARE(v.viewportCursor(), Qt::ArrowCursor);
+}
+
+// Fails the running test unless a shape made at a point adds itemCount items
+// to its scene and takes every one of them away when it is deleted.
+template <class Shape>
+void verifyItemsLeaveWithTheShape(int itemCount)
+{
+    QGraphicsScene scene;
+    const int before = scene.items().size();
+    auto* shape = new Shape(&scene, QPointF(1, 1));
+    QCOMPARE(scene.items().size(), before + itemCount);
+    delete shape;
+    QCOMPARE(scene.items().size(), before);
+}
+
 // A scene mouse event as the view would deliver it, for calling a tool
 // directly.
 class SceneMouse
