@@ -13,6 +13,7 @@
 #include <QPainterPath>
 #include <QtTest>
 
+#include <climits>
 #include <cmath>
 #include <typeinfo>
 
@@ -143,6 +144,8 @@ void tst_ODArrowLine::wingsSitOnWholeOffsetsFromTheTip_data()
     // -2.47 becomes -2 before it meets 10.2: 8, where one cast of the sum gives 7.
     QTest::newRow("fractional tip: the offset is truncated first") << QPointF(0.2, 0.2) << QPointF(10.2, 10.2)
                                                                    << QPointF(3, 8) << QPointF(8, 3);
+    QTest::newRow("tip beyond int: the wings stop at its limit") << QPointF(0, 0) << QPointF(3e9, 0)
+                                                                 << QPointF(INT_MAX, 3) << QPointF(INT_MAX, -3);
     QTest::newRow("negative sums truncate toward zero") << QPointF(-20, 0) << QPointF(-10.5, 0)
                                                         << QPointF(-17, 3) << QPointF(-17, -3);
 }

@@ -54,6 +54,7 @@ private slots:
     void showShapeDrawsOnWholePixelsWhileTheParametersKeepTheirFractions();
     void wholePixelRoundsAsToPointAndStaysWithinInt_data();
     void wholePixelRoundsAsToPointAndStaysWithinInt();
+    void endsBeyondIntAreShownAtTheLimitsAndNaNAtZero();
     void hideShapeEmptiesTheLine();
     void handleDragMovesThatEnd_data();
     void handleDragMovesThatEnd();
@@ -295,6 +296,17 @@ void tst_ODLine::wholePixelRoundsAsToPointAndStaysWithinInt()
     QFETCH(QPointF, point);
     QFETCH(QPoint, pixel);
     QCOMPARE(WholePixel(point), pixel);
+}
+
+void tst_ODLine::endsBeyondIntAreShownAtTheLimitsAndNaNAtZero()
+{
+    QGraphicsScene scene;
+    ODLine line(&scene);
+    place(line, float(kNaN), 10, 3e9f, -3e9f);
+    QCOMPARE(line.lineItem()->line(), QLineF(0, 10, INT_MAX, INT_MIN));
+    // The body test runs on the shown ends.
+    QCOMPARE(line.HitTest(QPointF(0, 10), false), 1);
+    QCOMPARE(line.HitTest(QPointF(-20, 10), false), 0);
 }
 
 void tst_ODLine::hideShapeEmptiesTheLine()
