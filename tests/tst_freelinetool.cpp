@@ -90,7 +90,8 @@ void tst_FreeLineTool::dragAddsAPointPerMove_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<double>("zoom");
-    for (const auto& kind : {qMakePair("open line", DM_ANYLINE), qMakePair("closed line", DM_ANYCLOSELINE)}) {
+    const QList<QPair<const char*, DrawMode>> kinds = {{"open line", DM_ANYLINE}, {"closed line", DM_ANYCLOSELINE}};
+    for (const auto& kind : kinds) {
         for (double zoom : {0.25, 1.0, 4.0})
             QTest::addRow("%s, zoom %g", kind.first, zoom) << int(kind.second) << zoom;
     }

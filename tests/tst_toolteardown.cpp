@@ -73,6 +73,15 @@ void gesture(PictureWindow& w, DrawMode mode, Moment moment)
     w.click(start + QPointF(12, 9));
 }
 
+ODShape* shapeOf(ShaperLayer* layer, long id)
+{
+    for (ODShape* shape : layer->shapes()) {
+        if (shape && shape->GetShapeID() == id)
+            return shape;
+    }
+    return nullptr;
+}
+
 // Draws a shape with the tool of mode in w, from kFrom to kTo, and returns the
 // id the host heard; a rectangle for the select mode.
 long drawWith(PictureWindow& w, DrawMode mode)
@@ -83,26 +92,22 @@ long drawWith(PictureWindow& w, DrawMode mode)
         clickCorner(w.view(), kFrom);
         clickCorner(w.view(), kTo);
         doubleClickCorner(w.view(), kThirdCorner);
-    } else {
-        // Drawn at one of the zooms where a new arc's handle is in reach.
-        if (mode == DM_ARC)
-            w.setZoom(0.25);
+    } else if (mode == DM_POINT) {
+        // The point goes where the release is: kFrom, away from kTo, where a
+        // release in a point mode may have left one before.
+        w.click(kFrom);
+    } else if (mode == DM_ARC) {
+        // A new arc's handles are out of reach of the press on its centre: it
+        // keeps its first radius, and the host hears nothing of it.
+        const long id = ODShape::s_ID;
         w.drag(kFrom, kTo);
-        if (mode == DM_ARC)
-            w.setZoom(1.0);
+        return shapeOf(w.active(), id) ? id : -1;
+    } else {
+        w.drag(kFrom, kTo);
     }
     if (log.shapeEvents().isEmpty() || !log.shapeEvents().first().startsWith("clicked "))
         return -1;
     return log.shapeEvents().first().mid(QString("clicked ").size()).toLong();
-}
-
-ODShape* shapeOf(ShaperLayer* layer, long id)
-{
-    for (ODShape* shape : layer->shapes()) {
-        if (shape && shape->GetShapeID() == id)
-            return shape;
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -186,11 +191,11 @@ QPointF bodyPointOf(DrawMode mode)
     switch (mode) {
     case DM_POINT:
         // A point is grabbed by its handle, on the release position.
-        return kTo;
+        return kFrom;
     case DM_ARC:
-        // Between the arc, 64 units about kFrom from 0 to 30 degrees, and
-        // its chord: the part of an arc that takes a click.
-        return kFrom + QPointF(61, -16);
+        // The handle at the start of the arc, 5 units right of its centre:
+        // the arc's own body is a sliver too thin for a click.
+        return kFrom + QPointF(5, 0);
     default:
         return (kFrom + kTo) / 2;
     }
@@ -218,7 +223,10 @@ void verifyWindowWorks(PictureWindow& w, DrawMode mode)
     w.click(body);
     QCOMPARE(selectTool()->currentShape(), shape);
     w.drag(body, body + QPointF(5, 4));
-    QCOMPARE(log.shapeEvents(), QStringList({clickedText(id), movedText(id)}));
+    // The arc is dragged by its handle, which resizes it; a point's handle
+    // moves it.
+    const QString dragged = mode == DM_ARC ? resizedText(id) : movedText(id);
+    QCOMPARE(log.shapeEvents(), QStringList({clickedText(id), dragged}));
 }
 
 } // namespace
@@ -245,6 +253,9 @@ void TestToolTeardown::nextWindowWorksAfterTeardown()
         next.window()->SelectDrawROIMode(DrawMode(mode));
     next.move(kTo, Qt::LeftButton);
     next.release(kTo);
+    // Any release in a point mode makes a point.
+    if (mode == DM_POINT)
+        QCOMPARE(next.active()->shapes().size(), 1);
     if (mode == DM_POLYGON) {
         letQueuedCallsRun();
         QCOMPARE(next.scene()->GetDrawMode(), DM_POLYGON);
