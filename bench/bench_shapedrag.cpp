@@ -25,7 +25,10 @@
 #include "odpoint.h"
 #include "odpolygon.h"
 #include "odrect1.h"
+#include "odselecttool.h"
 #include "odshapetoolmanage.h"
+
+#include "qtbenchmarkmain.h"
 
 #include <benchmark/benchmark.h>
 
@@ -233,6 +236,12 @@ void DragHandle(benchmark::State& state, int kindIndex)
             state.ResumeTiming();
         }
     }
+    // The moves must have dragged the handle, not the view or nothing.
+    const ODSelectTool* select = ODShapeToolManage::GetODShapeToolManage()->selectTool();
+    if (select->currentShape() != host.shape || select->dragState() != ODSelectTool::ResizedHandle) {
+        state.SkipWithError("the moves did not drag the handle");
+        return;
+    }
     state.SetLabel(kind.name);
     state.counters["shapes"] = double(state.range(0));
 }
@@ -252,13 +261,5 @@ BENCHMARK_CAPTURE(DragHandle, closedfreeline, 9)->Arg(100)->Arg(10000)->Unit(ben
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runWidgetBenchmarks(argc, argv);
 }
