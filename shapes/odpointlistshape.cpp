@@ -80,7 +80,7 @@ void ODPointListShape::assignPoints(const QVector<double>& values)
     m_points.reserve(pairs);
     for (int i = 0; i < pairs; ++i)
         m_points.append(QPointF(values[2 * i], values[2 * i + 1]));
-    m_orgData = values.mid(0, 2 * pairs);
+    m_orgData = values;
 }
 
 void ODPointListShape::setAnyHandleCursor(QPointF point, Qt::CursorShape shape)

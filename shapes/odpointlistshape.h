@@ -40,9 +40,9 @@ protected:
     // reference, which is not cleared, so a filled shape keeps its old slots
     // ahead of the new ones.
     void appendPoints(const QVector<QPointF>& points);
-    // The list anew from the pairs of values, which become the reference. A
-    // lone last value has no partner and is dropped, so that the reference
-    // always holds whole points.
+    // The list anew from the pairs of values, which become the reference as
+    // they are. A lone last value makes no point but stays in the reference,
+    // where the count rules of each class then decide what reaches it.
     void assignPoints(const QVector<double>& values);
     // The handle item of a point list, made after the display items so that it
     // stands above them at the same z value.

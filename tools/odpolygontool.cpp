@@ -19,6 +19,8 @@ constexpr int kOpenPolygonPoints = 2;
 
 } // namespace
 
+// The click timer lives as long as the tool, the life of the process; as the
+// tool's child it goes with it at exit.
 ODPolygonTool::ODPolygonTool()
     : m_polygonAdded(false)
     , m_clickTimer(new QTimer(this))
@@ -139,6 +141,7 @@ void ODPolygonTool::sceneDestroyed(QGraphicsScene* scene)
         return;
     m_scene = nullptr;
     m_event = nullptr;
+    // A click pressed in the window that went must not tick into the next one.
     m_clickTimer->stop();
     disconnect(m_clickTimer, SIGNAL(timeout()), this, SLOT(singleMouseClicked()));
 }
