@@ -1,8 +1,21 @@
 #include "ShapeLayer.h"
 
+#include "ImageLayer.h"
+#include "datainterface.h"
+#include "imagectrlscene.h"
+#include "numericguards.h"
+#include "odshape.h"
+#include "shapeconversion.h"
+#include "shapeoperator.h"
+
+#include "VorOverlay.h"
+#include "VorOverlayPath.h"
+
 ShaperLayer::ShaperLayer(ImageCtrlScene* scene, int layerIndex)
     : ODShapeLayer(scene)
+    , m_roi(nullptr)
     , m_layerIndex(layerIndex)
+    , m_zValue(long(layerIndex) * s_zBandPerLayer)
 {
 }
 
@@ -12,4 +25,240 @@ ShaperLayer::~ShaperLayer()
 {
     clearSelectedShape();
     clearShape();
+}
+
+ShapeLook ShaperLayer::sceneLook() const
+{
+    ShapeLook look;
+    look.pen = m_scene->getPenColor();
+    look.brush = m_scene->getBrushColor();
+    look.width = TruncateToInt(m_scene->getLineWidth());
+    look.crossSize = m_scene->getCrossSize();
+    return look;
+}
+
+bool ShaperLayer::imageAccepts(bool checkImage) const
+{
+    if (!checkImage)
+        return true;
+    ImageLayer* imageLayer = m_scene->GetImageLayer();
+    return imageLayer && IsValidVorImage(imageLayer->GetVorImage());
+}
+
+// ---- display ---------------------------------------------------------------
+
+long ShaperLayer::DrawROI(VorROI& roi, bool checkImage)
+{
+    if (!imageAccepts(checkImage))
+        return -1;
+    m_roi = &roi;
+    const DrawMode mode = FromROIType(roi.ROIType());
+    m_shapeOperator->UpdateData();
+    long id = -1;
+    if (ShapeConversion::roiRowOfMode(mode))
+        id = drawROIOfMode(mode);
+    Update();
+    return id;
+}
+
+long ShaperLayer::drawROIOfMode(DrawMode mode)
+{
+    ++m_zValue;
+    const ShapeConversion::ROIRow* row = ShapeConversion::roiRowOfMode(mode);
+    if (!row || !m_roi || m_roi->ROIType() != row->code)
+        return -1;
+    return row->draw(*m_roi, *m_shapeOperator, m_zValue, sceneLook());
+}
+
+long ShaperLayer::DrawROIPoint() { return drawROIOfMode(DM_POINT); }
+long ShaperLayer::DrawROILine() { return drawROIOfMode(DM_LINE); }
+long ShaperLayer::DrawROIRectangle() { return drawROIOfMode(DM_RECT1); }
+long ShaperLayer::DrawROIRectangle2() { return drawROIOfMode(DM_RECT2); }
+long ShaperLayer::DrawROIEllipse() { return drawROIOfMode(DM_ELLIPSE); }
+long ShaperLayer::DrawROICircle() { return drawROIOfMode(DM_CIRCLE); }
+long ShaperLayer::DrawROIPolygon() { return drawROIOfMode(DM_POLYGON); }
+long ShaperLayer::DrawROIAnyLine() { return drawROIOfMode(DM_ANYLINE); }
+long ShaperLayer::DrawROITourse() { return drawROIOfMode(DM_ANNULAR); }
+long ShaperLayer::DrawROIArc() { return drawROIOfMode(DM_ARC); }
+
+// Unlike DrawROI no walk over the layer follows: the new shape has shown itself.
+long ShaperLayer::DrawOverlay(VorOverlay& overlay, bool checkImage)
+{
+    if (!imageAccepts(checkImage))
+        return -1;
+    m_scene->setIsOverlay(true);
+    const long id = drawOverlayByType(overlay);
+    m_scene->setIsOverlay(false);
+    return id;
+}
+
+// Text and region fall out of the mode mapping and are told by their raw codes.
+long ShaperLayer::drawOverlayByType(VorOverlay& overlay)
+{
+    const DrawMode mode = FromOverlayType(overlay.OverlayType());
+    m_shapeOperator->UpdateData();
+    if (ShapeConversion::hasOverlayRoutine(mode))
+        return drawOverlayOfMode(mode, overlay);
+    return -1;
+}
+
+long ShaperLayer::drawOverlayOfMode(DrawMode mode, VorOverlay& overlay)
+{
+    ++m_zValue;
+    const ShapeConversion::OverlayRow* row = ShapeConversion::overlayRow(mode, overlay.OverlayType());
+    if (!row)
+        return -1;
+    const ShapeLook look = ShapeConversion::overlayLook(sceneLook(), overlay);
+    return row->draw(overlay, *m_shapeOperator, m_zValue, look);
+}
+
+long ShaperLayer::DrawOverlayPoint(VorOverlay& overlay) { return drawOverlayOfMode(DM_POINT, overlay); }
+long ShaperLayer::DrawOverlayLine(VorOverlay& overlay) { return drawOverlayOfMode(DM_LINE, overlay); }
+long ShaperLayer::DrawOverlayArrowLine(VorOverlay& overlay) { return drawOverlayOfMode(DM_ARROWLINE, overlay); }
+long ShaperLayer::DrawOverlayRectangle(VorOverlay& overlay) { return drawOverlayOfMode(DM_RECT1, overlay); }
+long ShaperLayer::DrawOverlayRectangle2(VorOverlay& overlay) { return drawOverlayOfMode(DM_RECT2, overlay); }
+long ShaperLayer::DrawOverlayEllipse(VorOverlay& overlay) { return drawOverlayOfMode(DM_ELLIPSE, overlay); }
+long ShaperLayer::DrawOverlayCircle(VorOverlay& overlay) { return drawOverlayOfMode(DM_CIRCLE, overlay); }
+long ShaperLayer::DrawOverlayPolygon(VorOverlay& overlay) { return drawOverlayOfMode(DM_POLYGON, overlay); }
+long ShaperLayer::DrawOverlayAnyLine(VorOverlay& overlay) { return drawOverlayOfMode(DM_ANYLINE, overlay); }
+long ShaperLayer::DrawOverlayAnyClosedLine(VorOverlay& overlay) { return drawOverlayOfMode(DM_ANYCLOSELINE, overlay); }
+long ShaperLayer::DrawOverlayTourse(VorOverlay& overlay) { return drawOverlayOfMode(DM_ANNULAR, overlay); }
+long ShaperLayer::DrawOverlayArc(VorOverlay& overlay) { return drawOverlayOfMode(DM_ARC, overlay); }
+
+long ShaperLayer::DrawOverlayPath(VorOverlayPath const& path, bool checkImage)
+{
+    long first = -1;
+    for (int i = 0; i < path.Length(); ++i) {
+        VorOverlay overlay = path[i];
+        const long id = DrawOverlay(overlay, checkImage);
+        if (first == -1)
+            first = id;
+    }
+    return first;
+}
+
+// The shape goes to the static layer but is not marked as an overlay, so
+// GetOverlay of the active layer does not find it.
+long ShaperLayer::DrawStaticOverlay(VorOverlay& overlay)
+{
+    ImageLayer* imageLayer = m_scene->GetImageLayer();
+    if (imageLayer && imageLayer->isVorImg() && !IsValidVorImage(imageLayer->GetVorImage()))
+        return -1;
+    m_scene->setIsStaticOverlay(true);
+    const long id = drawOverlayByType(overlay);
+    m_scene->setIsStaticOverlay(false);
+    return id;
+}
+
+// ---- read-back -------------------------------------------------------------
+
+// Texts and the region are not looked at.
+long ShaperLayer::GetROIShape(long id, VorROI* roi)
+{
+    if (m_maskROIs.contains(id)) {
+        if (roi)
+            *roi = m_maskROIs.value(id);
+        return 0;
+    }
+    if (ODShape* shape = shapeById(id)) {
+        TypeROIConversion(shape, roi);
+        return 0;
+    }
+    return -1;
+}
+
+// The region is not looked at, so a region overlay reads back as unknown.
+long ShaperLayer::GetOverlay(long long id, VorOverlay* overlay)
+{
+    if (ODShape* shape = shapeById(long(id))) {
+        if (overlay)
+            TypeOverlayConversion(shape, *overlay);
+        return 0;
+    }
+    return -1;
+}
+
+long ShaperLayer::GetStaticOverlay(long long id, VorOverlay* overlay)
+{
+    return GetOverlay(id, overlay);
+}
+
+bool ShaperLayer::TypeOverlayConversion(ODShape* shape, VorOverlay& overlay)
+{
+    return ShapeConversion::toOverlay(shape, &overlay);
+}
+
+bool ShaperLayer::TypeROIConversion(ODShape* shape, VorROI* roi)
+{
+    return ShapeConversion::toROI(shape, roi);
+}
+
+// ---- calls by id -----------------------------------------------------------
+
+long ShaperLayer::ShapeVisible(long id, bool visible)
+{
+    ODShape* shape = shapeById(id);
+    if (!shape)
+        return -1;
+    shape->setVisible(visible);
+    if (!visible) {
+        shape->HideHandle();
+        shape->HideShape();
+    } else {
+        m_shapeOperator->UpdateData();
+        shape->ShowShape();
+    }
+    return 0;
+}
+
+long ShaperLayer::setShapeMovable(long long id, bool movable)
+{
+    if (ODShape* shape = shapeById(long(id))) {
+        shape->setMovable(movable);
+        return 0;
+    }
+    return -1;
+}
+
+bool ShaperLayer::isShapeMovable(long long id)
+{
+    if (ODShape* shape = shapeById(long(id)))
+        return shape->isMovable();
+    return false;
+}
+
+long ShaperLayer::setShapeSelectable(long long id, bool selectable)
+{
+    if (ODShape* shape = shapeById(long(id))) {
+        shape->setSelectble(selectable);
+        return 0;
+    }
+    return -1;
+}
+
+bool ShaperLayer::isShapeSelectable(long long id)
+{
+    if (ODShape* shape = shapeById(long(id)))
+        return shape->isSelectble();
+    return false;
+}
+
+QList<long> ShaperLayer::getShapeIDS()
+{
+    QList<long> ids;
+    ids.reserve(m_shapes.size());
+    for (ODShape* shape : qAsConst(m_shapes)) {
+        if (shape)
+            ids.append(shape->GetShapeID());
+    }
+    return ids;
+}
+
+void ShaperLayer::ShowShapeHandle(long long id)
+{
+    clearSelectedShape();
+    if (ODShape* shape = shapeById(long(id))) {
+        shape->ShowHandle();
+        addSelectedShape(shape);
+    }
 }

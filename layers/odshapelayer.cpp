@@ -4,11 +4,14 @@
 #include "imagectrlscene.h"
 #include "odshape.h"
 #include "odshapetoolmanage.h"
+#include "shapeoperator.h"
 
 ODShapeLayer::ODShapeLayer(ImageCtrlScene* scene)
     : m_scene(scene)
+    , m_shapeOperator(new ShapeOperator(scene))
     , m_enableMove(true)
     , m_enableSelect(true)
+    , m_walkedScale(1.0f)
 {
 }
 
@@ -25,6 +28,14 @@ void ODShapeLayer::addShape(ODShape* shape)
     // Every shape layer is a ShaperLayer; this base exists for its list-keeping.
     shape->setShapeLayer(static_cast<ShaperLayer*>(this));
     m_shapes.append(shape);
+    m_shapeById.insert(shape->GetShapeID(), shape);
+    shapeScaleChanged(shape);
+}
+
+void ODShapeLayer::shapeScaleChanged(ODShape* shape)
+{
+    if (shape->GetScale() != m_walkedScale)
+        m_scaleChanged.insert(shape);
 }
 
 void ODShapeLayer::addSelectedShape(ODShape* shape)
@@ -49,19 +60,21 @@ bool ODShapeLayer::removeShape(ODShape* shape)
     if (index < 0)
         return false;
     m_shapes.remove(index);
+    if (m_shapeById.value(shape->GetShapeID()) == shape)
+        m_shapeById.remove(shape->GetShapeID());
+    m_scaleChanged.remove(shape);
     delete shape;
     return true;
 }
 
+// Ids are never reused, so the shape of the index is the first one with it.
 bool ODShapeLayer::removeShape(long id)
 {
-    for (ODShape* shape : m_shapes) {
-        if (shape && shape->GetShapeID() == id) {
-            removeShape(shape);
-            return true;
-        }
-    }
-    return false;
+    ODShape* shape = shapeById(id);
+    if (!shape)
+        return false;
+    removeShape(shape);
+    return true;
 }
 
 bool ODShapeLayer::removeSelectedShape(ODShape* shape)
@@ -91,6 +104,8 @@ void ODShapeLayer::clearShape()
     for (ODShape* shape : m_shapes)
         delete shape;
     m_shapes.clear();
+    m_shapeById.clear();
+    m_scaleChanged.clear();
 }
 
 void ODShapeLayer::clearSelectedShape()
@@ -107,13 +122,24 @@ void ODShapeLayer::clearCurrentShape()
     ODShapeToolManage::GetODShapeToolManage()->clearSelectedShape();
 }
 
+// A new scale reaches every shape; at the scale of the last walk only the
+// shapes whose scale was set since can differ, so only they are visited.
 void ODShapeLayer::Update()
 {
     const float scale = float(m_scene->getScale());
-    for (ODShape* shape : m_shapes) {
-        if (shape)
+    if (scale != m_walkedScale) {
+        m_walkedScale = scale;
+        for (ODShape* shape : m_shapes) {
+            if (shape)
+                shape->SetScale(scale);
+        }
+    } else {
+        QSet<ODShape*> changed;
+        changed.swap(m_scaleChanged);
+        for (ODShape* shape : qAsConst(changed))
             shape->SetScale(scale);
     }
+    m_scaleChanged.clear();
     updateScene();
 }
 

@@ -2,20 +2,27 @@
 
 #include "kesimagewnd_export.h"
 
+#include <QHash>
 #include <QList>
 #include <QPointF>
+#include <QSet>
 #include <QVector>
 
 class ImageCtrlScene;
 class ODShape;
+class ShapeOperator;
 
 // The list-keeper under every editable shape: it owns the shapes of one layer,
 // remembers which of them show their handles, asks them to repaint, and
 // answers which shapes lie at a point. Selection and hit order is the order of
 // insertion, oldest first, whatever the z order; a handle beats a body.
+// Update() brings every shape to the scene's scale; the layer remembers the
+// scale of its last walk and which shapes have another one since, so that a
+// walk over an unchanged layer touches only those.
 class KESIMAGEWND_TESTS_EXPORT ODShapeLayer
 {
 public:
+    // Creates the layer's shape operator, which the layer never frees.
     explicit ODShapeLayer(ImageCtrlScene* scene);
     // Destroys the two lists only: shapes are freed by clearShape().
     virtual ~ODShapeLayer();
@@ -36,6 +43,7 @@ public:
     virtual bool removeShape(long id);
     virtual void clearShape();
     virtual void clearSelectedShape();
+    // Every shape to the scene's scale, then the whole scene repainted.
     virtual void Update();
     virtual void Show(bool withHandles);
     virtual void ShowHandlePath();
@@ -53,6 +61,12 @@ public:
     void enableSelectShape(bool enable);
     bool isEnableSelectShape();
 
+    // The shape of that id in this layer, null for none; ids are never reused.
+    ODShape* shapeById(long id) const { return m_shapeById.value(id, nullptr); }
+    // A shape of this layer tells its layer that its scale was set.
+    void shapeScaleChanged(ODShape* shape);
+    ShapeOperator* shapeOperator() const { return m_shapeOperator; }
+
     const QVector<ODShape*>& shapes() const { return m_shapes; }
     const QVector<ODShape*>& selectedShapes() const { return m_selectedShapes; }
     ImageCtrlScene* scene() const { return m_scene; }
@@ -61,8 +75,17 @@ protected:
     void updateScene();
 
     ImageCtrlScene* m_scene;
+    ShapeOperator* m_shapeOperator;
     QVector<ODShape*> m_shapes;
     QVector<ODShape*> m_selectedShapes;
     bool m_enableMove;
     bool m_enableSelect;
+
+private:
+    // The members of m_shapes by id, kept with the vector.
+    QHash<long, ODShape*> m_shapeById;
+    // The scale that the last Update() gave every shape, and the shapes whose
+    // scale may differ from it since: every other shape holds it.
+    float m_walkedScale;
+    QSet<ODShape*> m_scaleChanged;
 };

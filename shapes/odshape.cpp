@@ -1,6 +1,7 @@
 #include "odshape.h"
 
 #include "HandleItem.h"
+#include "ShapeLayer.h"
 #include "numericguards.h"
 #include "odshapewatcher.h"
 
@@ -60,6 +61,13 @@ void ODShape::GetOffset(float& x, float& y) const
 {
     x = m_offsetX;
     y = m_offsetY;
+}
+
+void ODShape::SetScale(float scale)
+{
+    m_scale = scale;
+    if (m_shaperLayer)
+        m_shaperLayer->shapeScaleChanged(this);
 }
 
 void ODShape::ShowHandle()

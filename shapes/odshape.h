@@ -104,8 +104,9 @@ public:
     float GetLineWidth() const { return m_lineWidth; }
     void SetOffset(float x, float y);
     void GetOffset(float& x, float& y) const;
-    // The view scale, read by handleScale() alone.
-    void SetScale(float scale) { m_scale = scale; }
+    // The view scale, read by handleScale() alone. A shape in a layer tells
+    // the layer, which keeps the scales of its shapes current.
+    void SetScale(float scale);
     float GetScale() const { return m_scale; }
 
     const QVector<double>& orgData() const { return m_orgData; }

@@ -1,0 +1,204 @@
+#include "shapeoperator.h"
+
+#include "ShapeLayer.h"
+#include "imagectrlscene.h"
+#include "odannular.h"
+#include "odanycloseline.h"
+#include "odanyline.h"
+#include "odarc.h"
+#include "odarrowline.h"
+#include "odcircle.h"
+#include "odellipse.h"
+#include "odline.h"
+#include "odpoint.h"
+#include "odpolygon.h"
+#include "odrect1.h"
+#include "odrect2.h"
+
+ShapeOperator::ShapeOperator(ImageCtrlScene* scene)
+    : m_scene(scene)
+    , m_offsetX(0.0f)
+    , m_offsetY(0.0f)
+    , m_scale(1.0f)
+    , m_penColor(0, 255, 0, 255)
+    , m_brushColor(0, 255, 0, 0)
+    , m_lineWidth(1)
+{
+}
+
+void ShapeOperator::SetPen(QColor color, int width)
+{
+    m_penColor = color;
+    m_lineWidth = width;
+}
+
+void ShapeOperator::SetBrush(QColor color)
+{
+    m_brushColor = color;
+}
+
+void ShapeOperator::UpdateData()
+{
+    m_scale = float(m_scene->getScale());
+}
+
+void ShapeOperator::dress(ODShape* shape, const QColor& pen, const QColor& brush, int width) const
+{
+    shape->SetOffset(m_offsetX, m_offsetY);
+    shape->SetScale(m_scale);
+    shape->SetPenColor(pen);
+    shape->SetLineWidth(float(width));
+    shape->SetBrushColor(brush);
+}
+
+long ShapeOperator::deliver(ODShape* shape) const
+{
+    ShaperLayer* layer = m_scene->isStaticOverlay() ? m_scene->GetStaticActiveLayer() : m_scene->GetActiveLayer();
+    layer->addShape(shape);
+    shape->ShowShape();
+    return shape->GetShapeID();
+}
+
+long ShapeOperator::DrawPoint(double x, double y, int crossSize, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODPoint(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetPoint(x, y);
+    shape->SetCrossSize(crossSize);
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODLine(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetLine(float(x1), float(y1), float(x2), float(y2));
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawArrowLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush,
+                                  int width)
+{
+    auto* shape = new ODArrowLine(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetLine(float(x1), float(y1), float(x2), float(y2));
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawRect(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODRect1(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetRect(x1, y1, x2, y2);
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawRect2(double x, double y, double l1, double l2, double angle, long z, QColor pen,
+                              QColor brush, int width)
+{
+    auto* shape = new ODRect2(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetRect(x, y, l1, l2);
+    shape->SetRoateAngle(angle);
+    shape->UpdateRotateCenter();
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawRectEx(double x1, double y1, double x2, double y2, SEARCHLINEDIRECTION direction, int count,
+                               long, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODRect1(m_scene);
+    shape->setDrawMode(DM_RAKERECT1);
+    dress(shape, pen, brush, width);
+    shape->SetRect(x1, y1, x2, y2);
+    shape->SetSearchLine(direction, count);
+    shape->SetSearchLineFlag(true);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawRect2Ex(double x, double y, double l1, double l2, double angle, SEARCHLINEDIRECTION direction,
+                                int count, long, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODRect2(m_scene);
+    shape->setDrawMode(DM_RAKERECT2);
+    dress(shape, pen, brush, width);
+    shape->SetRect(x, y, l1, l2);
+    shape->SetRoateAngle(angle);
+    shape->SetSearchLine(direction, count);
+    shape->UpdateRotateCenter();
+    shape->SetSearchLineFlag(true);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawCircle(double x, double y, double r, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODCircle(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetCircle(x, y, r);
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawEllipse(double x, double y, double r1, double r2, double angle, long z, QColor pen,
+                                QColor brush, int width)
+{
+    auto* shape = new ODEllipse(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetEllipse(float(x), float(y), float(r1), float(r2), float(angle));
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawPolygon(QVector<double>& points, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODPolygon(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetPolygonPoints(points);
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawAnyLine(QVector<double>& points, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODAnyLine(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetAnyLinePoints(points);
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawClosedAnyLine(QVector<double>& points, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODAnyCloseLine(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetAnyLinePoints(points);
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawAnnular(double x, double y, double r1, double r2, double angle, double sweep,
+                                SEARCHLINEDIRECTION direction, int count, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODAnnular(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetTours(x, y, r1, r2, angle, sweep);
+    shape->SetSearchLine(direction, count);
+    shape->SetSearchLineFlag(true);
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawArc(double x, double y, double r, double start, double end, long z, QColor pen, QColor brush,
+                            int width)
+{
+    auto* shape = new ODARC(m_scene);
+    dress(shape, pen, brush, width);
+    shape->SetCircle(x, y, r, start, end);
+    shape->setZValue(z);
+    return deliver(shape);
+}

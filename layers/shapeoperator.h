@@ -1,0 +1,75 @@
+#pragma once
+
+#include "vorimagewnd_global.h"
+
+#include <QColor>
+#include <QVector>
+
+class ImageCtrlScene;
+class ODShape;
+
+// The factory of the layers: one call builds one shape from plain numbers in
+// scene coordinates (image pixels, y down), gives it the colours, width and z
+// value passed in, adds it to the scene's static layer while the scene is in
+// static-overlay mode and to its active layer otherwise, shows it, and returns
+// its id. The shape is not selected and no tool is touched. The pen, brush and
+// width held here are kept for callers to read; the creators take theirs as
+// arguments.
+class KESIMAGEWND_TESTS_EXPORT ShapeOperator
+{
+public:
+    explicit ShapeOperator(ImageCtrlScene* scene);
+
+    ShapeOperator(const ShapeOperator&) = delete;
+    ShapeOperator& operator=(const ShapeOperator&) = delete;
+
+    void SetPen(QColor color, int width);
+    void SetBrush(QColor color);
+    QColor GetPenColor() const { return m_penColor; }
+    QColor GetBrushColor() const { return m_brushColor; }
+    int GetLineWidth() const { return m_lineWidth; }
+    // Takes the scene's present scale for the shapes made next.
+    void UpdateData();
+    float scale() const { return m_scale; }
+
+    long DrawPoint(double x, double y, int crossSize, long z, QColor pen, QColor brush, int width);
+    long DrawLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width);
+    long DrawArrowLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width);
+    long DrawRect(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width);
+    // Centre, full width, full height, angle in degrees counter-clockwise.
+    long DrawRect2(double x, double y, double l1, double l2, double angle, long z, QColor pen, QColor brush,
+                   int width);
+    // A rectangle with search lines, marked DM_RAKERECT1 for the read-back;
+    // its z value is left as a new shape has it, z is not used.
+    long DrawRectEx(double x1, double y1, double x2, double y2, SEARCHLINEDIRECTION direction, int count, long z,
+                    QColor pen, QColor brush, int width);
+    // A rotated rectangle with search lines, marked DM_RAKERECT2; z is not used.
+    long DrawRect2Ex(double x, double y, double l1, double l2, double angle, SEARCHLINEDIRECTION direction,
+                     int count, long z, QColor pen, QColor brush, int width);
+    long DrawCircle(double x, double y, double r, long z, QColor pen, QColor brush, int width);
+    long DrawEllipse(double x, double y, double r1, double r2, double angle, long z, QColor pen, QColor brush,
+                     int width);
+    // points: x0, y0, x1, y1, ... in turns.
+    long DrawPolygon(QVector<double>& points, long z, QColor pen, QColor brush, int width);
+    long DrawAnyLine(QVector<double>& points, long z, QColor pen, QColor brush, int width);
+    long DrawClosedAnyLine(QVector<double>& points, long z, QColor pen, QColor brush, int width);
+    // Sweep in the annulus's held sign. The search-line flag is set whatever
+    // the count, also for none.
+    long DrawAnnular(double x, double y, double r1, double r2, double angle, double sweep,
+                     SEARCHLINEDIRECTION direction, int count, long z, QColor pen, QColor brush, int width);
+    long DrawArc(double x, double y, double r, double start, double end, long z, QColor pen, QColor brush, int width);
+
+private:
+    // The first common steps: offset, scale, pen, width, brush.
+    void dress(ODShape* shape, const QColor& pen, const QColor& brush, int width) const;
+    // The last common steps: into the target layer, shown; the new id.
+    long deliver(ODShape* shape) const;
+
+    ImageCtrlScene* m_scene;
+    float m_offsetX;
+    float m_offsetY;
+    float m_scale;
+    QColor m_penColor;
+    QColor m_brushColor;
+    int m_lineWidth;
+};
