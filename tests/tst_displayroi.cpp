@@ -21,6 +21,8 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
+#include <limits>
+
 using namespace Kit;
 
 namespace {
@@ -96,6 +98,9 @@ private slots:
     void overlayDisplayLeavesOtherShapesScalesAlone();
     void walkReachesShapesWhoseScaleWasSetElsewhere();
     void walkGivesWhatAPlainWalkGivesOnRandomEdits();
+
+    void badValuesGiveAShapeThatReadsBack_data();
+    void badValuesGiveAShapeThatReadsBack();
 
     void eachKindIsPaintedInItsColours_data();
     void eachKindIsPaintedInItsColours();
@@ -449,6 +454,53 @@ void tst_DisplayROI::walkGivesWhatAPlainWalkGivesOnRandomEdits()
         }
         }
     }
+}
+
+void tst_DisplayROI::badValuesGiveAShapeThatReadsBack_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::newRow("NaN") << std::numeric_limits<double>::quiet_NaN();
+    QTest::newRow("infinity") << std::numeric_limits<double>::infinity();
+    QTest::newRow("minus infinity") << -std::numeric_limits<double>::infinity();
+    QTest::newRow("negative") << -1e6;
+    QTest::newRow("beyond int") << 1e12;
+}
+
+// Every kind of ROI and overlay filled with one bad value, and every point
+// list empty, is shown as a shape and read back, without a crash.
+void tst_DisplayROI::badValuesGiveAShapeThatReadsBack()
+{
+    QFETCH(double, value);
+    LayerScene s;
+    const Params bad(8, value);
+    for (int code = VorROI::ROI_RECT1; code <= VorROI::ROI_POINT; ++code) {
+        if (code == VorROI::ROI_NONE)
+            continue;
+        for (const Params& values : {bad, Params{}}) {
+            VorROI roi = makeROI(code, values);
+            const long id = s.active()->DrawROI(roi, false);
+            QVERIFY2(id >= 0, qPrintable(QString("ROI code %1").arg(code)));
+            VorROI back;
+            QCOMPARE(s.active()->GetROIShape(id, &back), 0L);
+            VorOverlay asOverlay;
+            QCOMPARE(s.active()->GetOverlay(id, &asOverlay), 0L);
+        }
+    }
+    for (int code = VorOverlay::OV_POINT; code <= VorOverlay::OV_IRREGULAR; ++code) {
+        for (const Params& values : {bad, Params{}}) {
+            VorOverlay ov = makeOverlay(code, values);
+            ov.SetPen(long(1e12), -1, 7, long(-5));
+            const long id = s.active()->DrawOverlay(ov, false);
+            QVERIFY2(id >= 0, qPrintable(QString("overlay code %1").arg(code)));
+            VorOverlay back;
+            QCOMPARE(s.active()->GetOverlay(id, &back), 0L);
+            VorROI asROI;
+            QCOMPARE(s.active()->GetROIShape(id, &asROI), 0L);
+        }
+    }
+    s.active()->Update();
+    s.scene.setScale(2.0);
+    s.active()->Update();
 }
 
 void tst_DisplayROI::eachKindIsPaintedInItsColours_data()
