@@ -6,13 +6,21 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 
+#include <QFont>
 #include <QWidget>
+
+#include <limits>
 
 namespace {
 
 ImageCtrlView* viewOf(CMainWindow* window)
 {
     return window->GetImageCtrlView();
+}
+
+ImageCtrlScene* sceneOf(CMainWindow* window)
+{
+    return viewOf(window)->GetImageCtrlScene();
 }
 
 ImageLayer* imageLayerOf(CMainWindow* window)
@@ -270,6 +278,122 @@ long KESImageWnd::enablePixelVisible(bool visible)
     if (!m_mainWindow)
         return -1;
     viewOf(m_mainWindow)->enablePixelVisible(visible);
+    return 0;
+}
+
+namespace {
+
+// Writes value through output unless the host passed null.
+template <typename T, typename V>
+void put(T* output, V value)
+{
+    if (output)
+        *output = T(value);
+}
+
+// A line width as a whole number of pixels: truncated, within the range of
+// the host's type (a width below 0 reads 0).
+unsigned long wholeWidth(float width)
+{
+    if (!(width > 0.0f))
+        return 0;
+    if (double(width) >= double(std::numeric_limits<unsigned long>::max()))
+        return std::numeric_limits<unsigned long>::max();
+    return static_cast<unsigned long>(width);
+}
+
+// The smallest arm of a point's cross.
+constexpr int kMinimumPointSize = 1;
+
+} // namespace
+
+long KESImageWnd::setPen(unsigned char r, unsigned char g, unsigned char b, unsigned long width)
+{
+    if (!m_mainWindow)
+        return -1;
+    ImageCtrlScene* scene = sceneOf(m_mainWindow);
+    scene->setPenColor(QColor(r, g, b, 255));
+    scene->setLineWidth(float(width));
+    return 0;
+}
+
+long KESImageWnd::getPen(unsigned char* r, unsigned char* g, unsigned char* b, unsigned long* width)
+{
+    if (!m_mainWindow)
+        return -1;
+    ImageCtrlScene* scene = sceneOf(m_mainWindow);
+    const QColor pen = scene->getPenColor();
+    put(r, pen.red());
+    put(g, pen.green());
+    put(b, pen.blue());
+    put(width, wholeWidth(scene->getLineWidth()));
+    return 0;
+}
+
+long KESImageWnd::setBrush(unsigned char r, unsigned char g, unsigned char b, unsigned char a)
+{
+    if (!m_mainWindow)
+        return -1;
+    sceneOf(m_mainWindow)->setBrushColor(QColor(r, g, b, a));
+    return 0;
+}
+
+long KESImageWnd::getBrush(unsigned char* r, unsigned char* g, unsigned char* b, unsigned char* a)
+{
+    if (!m_mainWindow)
+        return -1;
+    const QColor brush = sceneOf(m_mainWindow)->getBrushColor();
+    put(r, brush.red());
+    put(g, brush.green());
+    put(b, brush.blue());
+    put(a, brush.alpha());
+    return 0;
+}
+
+long KESImageWnd::setPointSize(int size)
+{
+    if (!m_mainWindow)
+        return -1;
+    sceneOf(m_mainWindow)->setCrossSize(qMax(size, kMinimumPointSize));
+    return 0;
+}
+
+long KESImageWnd::getPointSize(int* size)
+{
+    if (!m_mainWindow)
+        return -1;
+    put(size, sceneOf(m_mainWindow)->getCrossSize());
+    return 0;
+}
+
+long KESImageWnd::setFont(VorFont font)
+{
+    if (!m_mainWindow)
+        return -1;
+    // In this order, from a default font; the weight is not read.
+    QFont qfont;
+    qfont.setPointSize(font.size);
+    qfont.setFamily(QString(font.S()));
+    qfont.setItalic(font.italic != 0);
+    qfont.setUnderline(font.underline != 0);
+    qfont.setStrikeOut(font.strikeOut != 0);
+    sceneOf(m_mainWindow)->setFont(qfont);
+    return 0;
+}
+
+long KESImageWnd::getFont(VorFont* font)
+{
+    if (!m_mainWindow)
+        return -1;
+    if (!font)
+        return 0;
+    // Weight and bold stay as the host had them.
+    const QFont qfont = sceneOf(m_mainWindow)->getFont();
+    static_cast<VorVar&>(*font) = VorVar(qfont.family().toLocal8Bit().constData());
+    font->size = qfont.pointSize();
+    font->italic = qfont.italic() ? 1 : 0;
+    font->strikeOut = qfont.strikeOut() ? 1 : 0;
+    font->underline = qfont.underline() ? 1 : 0;
     return 0;
 }
 

@@ -78,6 +78,20 @@ public slots:
 
     long enablePixelVisible(bool visible);
 
+    // The look of the shapes drawn next, kept by the scene: pen colour (opaque)
+    // and whole width, brush colour with its alpha, the arm length of a point's
+    // cross (at least 1), and the font of a text. Reading gives back what the
+    // scene holds, the width truncated to whole pixels, the font without its
+    // weight. A null output is left alone.
+    long setPen(unsigned char r, unsigned char g, unsigned char b, unsigned long width);
+    long getPen(unsigned char* r, unsigned char* g, unsigned char* b, unsigned long* width);
+    long setBrush(unsigned char r, unsigned char g, unsigned char b, unsigned char a);
+    long getBrush(unsigned char* r, unsigned char* g, unsigned char* b, unsigned char* a);
+    long setPointSize(int size);
+    long getPointSize(int* size);
+    long setFont(VorFont font);
+    long getFont(VorFont* font);
+
     // The tool bar. The index is a flag word of button bits, more than one bit
     // allowed; showToolbar switches all of them.
     long showToolbutton(long index, bool visable);

@@ -344,6 +344,27 @@ void CMainWindow::SelectDrawROIMode(DrawMode mode)
     }
 }
 
+void CMainWindow::SelectDrawOverlayMode(DrawMode mode)
+{
+    ImageLayer* layer = scene()->GetImageLayer();
+    if (layer->isVorImg() && !IsValidVorImage(layer->GetVorImage()))
+        return;
+    // A polygon under way cannot be interrupted from here, not even to select.
+    if (scene()->GetDrawMode() == DM_POLYGON)
+        return;
+    m_imageView->setDrawModeCursorIcon(mode);
+    if (mode == DM_POLYGON) {
+        if (ODPolygonTool* polygon = ODShapeToolManage::GetODShapeToolManage()->polygonTool())
+            polygon->ResetObject();
+    }
+    ShaperLayer* shapes = scene()->GetActiveLayer();
+    shapes->clearCurrentShape();
+    shapes->clearSelectedShape();
+    scene()->setIsOverlay(true);
+    scene()->SetDrawMode(mode);
+    scene()->update(QRectF());
+}
+
 void CMainWindow::clickDrawButton(int button, DrawMode mode)
 {
     // The mode is chosen before the host hears of the click.

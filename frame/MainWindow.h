@@ -66,6 +66,12 @@ public:
     // A draw button's mode: the mouse limit goes on, and with a picture (or in
     // QImage mode) the selection is dropped and the mode set.
     void SelectDrawROIMode(DrawMode mode);
+    // The host's way into a draw mode: refused without a picture in VorImage
+    // mode and while a polygon is under way; otherwise the mode's cursor, a
+    // fresh polygon for DM_POLYGON, the selection dropped, and the scene in
+    // overlay mode, which lasts until an overlay is displayed. The mouse is
+    // not limited, unlike the tool bar's form.
+    void SelectDrawOverlayMode(DrawMode mode);
 
     // Saves what the view shows of the picture, at the current zoom with all
     // that lies on it: to a file (JPEG without a suffix) or into a VorImage.
