@@ -365,6 +365,66 @@ void CMainWindow::SelectDrawOverlayMode(DrawMode mode)
     scene()->update(QRectF());
 }
 
+void CMainWindow::removeFromShapeLayer(qlonglong id)
+{
+    ShaperLayer* layer = scene()->GetActiveLayer();
+    layer->clearCurrentShape();
+    layer->clearSelectedShape();
+    layer->removeShape(long(id));
+    layer->ClearAllSelectedText();
+    layer->removeText(long(id));
+    layer->removeRegion(long(id));
+    layer->Show(true);
+}
+
+void CMainWindow::clearShapeLayer()
+{
+    ShaperLayer* layer = scene()->GetActiveLayer();
+    layer->clearCurrentShape();
+    layer->clearSelectedShape();
+    layer->clearShape();
+    layer->ClearAllSelectedText();
+    layer->ClearAllText();
+    layer->ClearRegion();
+    layer->Show(true);
+}
+
+// The image and fore layers hold no shapes of the host yet: the shape layer is
+// the one that answers.
+void CMainWindow::removeShape(qlonglong id)
+{
+    removeFromShapeLayer(id);
+}
+
+void CMainWindow::removeShapeList(QList<long> idList)
+{
+    for (long id : idList)
+        removeFromShapeLayer(id);
+}
+
+void CMainWindow::visibleShape(qlonglong id, bool visible)
+{
+    scene()->GetActiveLayer()->ShapeVisible(long(id), visible);
+}
+
+void CMainWindow::clear()
+{
+    clearShapeLayer();
+}
+
+void CMainWindow::clearLayer(KESImageWnd::Layer layerIndex)
+{
+    if (layerIndex == KESImageWnd::LAYER_SHAPE)
+        clearShapeLayer();
+}
+
+void CMainWindow::selectShape(qlonglong id)
+{
+    ShaperLayer* layer = scene()->GetActiveLayer();
+    if (layer->isEnableSelectShape())
+        layer->ShowShapeHandle(id);
+}
+
 void CMainWindow::clickDrawButton(int button, DrawMode mode)
 {
     // The mode is chosen before the host hears of the click.

@@ -144,6 +144,18 @@ public slots:
     void OnDrawAnylinePushButtonReleased();
     void OnDrawPointPushButtonReleased();
 
+    // The shape calls of the facade on the window's layers. removeShape and
+    // removeShapeList take the ids off every layer and end the selection;
+    // visibleShape asks every layer; clear and clearLayer empty them.
+    void removeShape(qlonglong id);
+    void removeShapeList(QList<long> idList);
+    void visibleShape(qlonglong id, bool visible);
+    void clear();
+    void clearLayer(KESImageWnd::Layer layerIndex);
+    // Selects a shape of the shape layer by id and shows its handles, when
+    // the layer lets the operator select.
+    void selectShape(qlonglong id);
+
     void OnUpdateMousePosition(QPointF pos);
     void onMouseClicked(QPointF pos);
     void limtMouseChanged();
@@ -192,6 +204,10 @@ private slots:
     void OnZoom(int model);
 
 private:
+    // The shape layer's part of removeShape and of clearLayer.
+    void removeFromShapeLayer(qlonglong id);
+    void clearShapeLayer();
+
     void createButtonToolbar();
     void createView();
     void createStatusbar();
