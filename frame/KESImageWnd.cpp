@@ -1,12 +1,17 @@
 #include "KESImageWnd.h"
 
 #include "ImageLayer.h"
+#include "ShapeLayer.h"
 #include "MainWindow.h"
 #include "eventthread.h"
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
+#include "odtexttool.h"
 
+#include <QFont>
 #include <QWidget>
+
+#include <limits>
 
 namespace {
 
@@ -14,6 +19,21 @@ ImageCtrlView* viewOf(CMainWindow* window)
 {
     return window->GetImageCtrlView();
 }
+
+ImageCtrlScene* sceneOf(CMainWindow* window)
+{
+    return viewOf(window)->GetImageCtrlScene();
+}
+
+// The one shape layer a host addresses: the scene's active layer.
+ShaperLayer* shapeLayerOf(CMainWindow* window)
+{
+    return sceneOf(window)->GetActiveLayer();
+}
+
+// The text tool's mode of picking existing texts, and of placing a new one.
+constexpr int kPickTexts = 0;
+constexpr int kPlaceText = 1;
 
 ImageLayer* imageLayerOf(CMainWindow* window)
 {
@@ -99,6 +119,7 @@ void KESImageWnd::connectWindow(CMainWindow* window)
     connect(scene, SIGNAL(mouseDoubleClick()), this, SIGNAL(mouseDoubleClick()));
     connect(window, SIGNAL(floatBtnClicked(bool)), this, SIGNAL(floatBtnClicked(bool)));
     connect(window, SIGNAL(intoBtnClicked(bool)), this, SIGNAL(intoBtnClicked(bool)));
+    connect(this, SIGNAL(selectShape(qlonglong)), window, SLOT(selectShape(qlonglong)));
 }
 
 long KESImageWnd::setParentWnd(qlonglong parentWndHandle)
@@ -273,6 +294,122 @@ long KESImageWnd::enablePixelVisible(bool visible)
     return 0;
 }
 
+namespace {
+
+// Writes value through output unless the host passed null.
+template <typename T, typename V>
+void put(T* output, V value)
+{
+    if (output)
+        *output = T(value);
+}
+
+// A line width as a whole number of pixels: truncated, within the range of
+// the host's type (a width below 0 reads 0).
+unsigned long wholeWidth(float width)
+{
+    if (!(width > 0.0f))
+        return 0;
+    if (double(width) >= double(std::numeric_limits<unsigned long>::max()))
+        return std::numeric_limits<unsigned long>::max();
+    return static_cast<unsigned long>(width);
+}
+
+// The smallest arm of a point's cross.
+constexpr int kMinimumPointSize = 1;
+
+} // namespace
+
+long KESImageWnd::setPen(unsigned char r, unsigned char g, unsigned char b, unsigned long width)
+{
+    if (!m_mainWindow)
+        return -1;
+    ImageCtrlScene* scene = sceneOf(m_mainWindow);
+    scene->setPenColor(QColor(r, g, b, 255));
+    scene->setLineWidth(float(width));
+    return 0;
+}
+
+long KESImageWnd::getPen(unsigned char* r, unsigned char* g, unsigned char* b, unsigned long* width)
+{
+    if (!m_mainWindow)
+        return -1;
+    ImageCtrlScene* scene = sceneOf(m_mainWindow);
+    const QColor pen = scene->getPenColor();
+    put(r, pen.red());
+    put(g, pen.green());
+    put(b, pen.blue());
+    put(width, wholeWidth(scene->getLineWidth()));
+    return 0;
+}
+
+long KESImageWnd::setBrush(unsigned char r, unsigned char g, unsigned char b, unsigned char a)
+{
+    if (!m_mainWindow)
+        return -1;
+    sceneOf(m_mainWindow)->setBrushColor(QColor(r, g, b, a));
+    return 0;
+}
+
+long KESImageWnd::getBrush(unsigned char* r, unsigned char* g, unsigned char* b, unsigned char* a)
+{
+    if (!m_mainWindow)
+        return -1;
+    const QColor brush = sceneOf(m_mainWindow)->getBrushColor();
+    put(r, brush.red());
+    put(g, brush.green());
+    put(b, brush.blue());
+    put(a, brush.alpha());
+    return 0;
+}
+
+long KESImageWnd::setPointSize(int size)
+{
+    if (!m_mainWindow)
+        return -1;
+    sceneOf(m_mainWindow)->setCrossSize(qMax(size, kMinimumPointSize));
+    return 0;
+}
+
+long KESImageWnd::getPointSize(int* size)
+{
+    if (!m_mainWindow)
+        return -1;
+    put(size, sceneOf(m_mainWindow)->getCrossSize());
+    return 0;
+}
+
+long KESImageWnd::setFont(VorFont font)
+{
+    if (!m_mainWindow)
+        return -1;
+    // In this order, from a default font; the weight is not read.
+    QFont qfont;
+    qfont.setPointSize(font.size);
+    qfont.setFamily(QString(font.S()));
+    qfont.setItalic(font.italic != 0);
+    qfont.setUnderline(font.underline != 0);
+    qfont.setStrikeOut(font.strikeOut != 0);
+    sceneOf(m_mainWindow)->setFont(qfont);
+    return 0;
+}
+
+long KESImageWnd::getFont(VorFont* font)
+{
+    if (!m_mainWindow)
+        return -1;
+    if (!font)
+        return 0;
+    // Weight and bold stay as the host had them.
+    const QFont qfont = sceneOf(m_mainWindow)->getFont();
+    static_cast<VorVar&>(*font) = VorVar(qfont.family().toLocal8Bit().constData());
+    font->size = qfont.pointSize();
+    font->italic = qfont.italic() ? 1 : 0;
+    font->strikeOut = qfont.strikeOut() ? 1 : 0;
+    font->underline = qfont.underline() ? 1 : 0;
+    return 0;
+}
+
 long KESImageWnd::showToolbutton(long index, bool visable)
 {
     if (!m_mainWindow)
@@ -376,4 +513,190 @@ void KESImageWnd::setNumVisible(bool visible)
 {
     if (m_mainWindow)
         viewOf(m_mainWindow)->SetNumVisible(visible);
+}
+
+// The image and fore layers take no shapes from the host yet: a call on them
+// answers as a layer value that is not one of Layer does.
+
+long KESImageWnd::displayROI(VorROI& shape, KESImageWnd::Layer layerIndex)
+{
+    if (!m_mainWindow || layerIndex != LAYER_SHAPE)
+        return -1;
+    return shapeLayerOf(m_mainWindow)->DrawROI(shape, m_mainWindow->isVorImg());
+}
+
+long KESImageWnd::displayOverlay(VorOverlay& shape, KESImageWnd::Layer layerIndex)
+{
+    if (!m_mainWindow || layerIndex != LAYER_SHAPE)
+        return -1;
+    return shapeLayerOf(m_mainWindow)->DrawOverlay(shape, m_mainWindow->isVorImg());
+}
+
+long KESImageWnd::displayOverlayPath(VorOverlayPath& overlayPath, KESImageWnd::Layer layerIndex)
+{
+    if (!m_mainWindow || layerIndex != LAYER_SHAPE)
+        return -1;
+    return shapeLayerOf(m_mainWindow)->DrawOverlayPath(overlayPath, m_mainWindow->isVorImg());
+}
+
+long KESImageWnd::clearLayer(KESImageWnd::Layer layerIndex)
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->clearLayer(layerIndex);
+    return 0;
+}
+
+QList<long> KESImageWnd::getShapeIDS(KESImageWnd::Layer layerIndex)
+{
+    if (!m_mainWindow || layerIndex != LAYER_SHAPE)
+        return {};
+    return shapeLayerOf(m_mainWindow)->getShapeIDS();
+}
+
+long KESImageWnd::getROIShape(long id, VorROI* shape)
+{
+    if (!m_mainWindow || !shape)
+        return -1;
+    return shapeLayerOf(m_mainWindow)->GetROIShape(id, shape);
+}
+
+long KESImageWnd::getOverlayShape(long id, VorOverlay* shape)
+{
+    if (!m_mainWindow || !shape)
+        return -1;
+    return shapeLayerOf(m_mainWindow)->GetOverlay(id, shape);
+}
+
+long KESImageWnd::removeShape(qlonglong id)
+{
+    if (!m_mainWindow)
+        return -1;
+    m_mainWindow->removeShape(id);
+    return 0;
+}
+
+void KESImageWnd::removeShapeList(QList<long> idList)
+{
+    if (!m_mainWindow)
+        return;
+    // Nothing is connected to this signal, so nothing is removed.
+    emit m_mainWindow->sendRemoveShapeList(idList);
+}
+
+long KESImageWnd::visibleShape(qlonglong id, bool visible)
+{
+    if (!m_mainWindow)
+        return -1;
+    return long(shapeLayerOf(m_mainWindow)->ShapeVisible(long(id), visible));
+}
+
+bool KESImageWnd::isShapeMovable(qlonglong id)
+{
+    return m_mainWindow && shapeLayerOf(m_mainWindow)->isShapeMovable(id);
+}
+
+long KESImageWnd::setShapeMovable(qlonglong id, bool movable)
+{
+    if (!m_mainWindow)
+        return -1;
+    // An unknown id is no error here.
+    shapeLayerOf(m_mainWindow)->setShapeMovable(id, movable);
+    return 0;
+}
+
+bool KESImageWnd::isShapeSelectable(qlonglong id)
+{
+    return m_mainWindow && shapeLayerOf(m_mainWindow)->isShapeSelectable(id);
+}
+
+long KESImageWnd::setShapeSelectable(qlonglong id, bool Selectable)
+{
+    if (!m_mainWindow)
+        return -1;
+    shapeLayerOf(m_mainWindow)->setShapeSelectable(id, Selectable);
+    return 0;
+}
+
+long KESImageWnd::clear()
+{
+    if (!m_mainWindow)
+        return -1;
+    clearLayer(LAYER_FORE);
+    clearLayer(LAYER_SHAPE);
+    clearLayer(LAYER_IMAGE);
+    return 0;
+}
+
+void KESImageWnd::setActiveLayerMovable(bool movable)
+{
+    if (m_mainWindow)
+        shapeLayerOf(m_mainWindow)->enableMoveShape(movable);
+}
+
+bool KESImageWnd::activeLayerMovable()
+{
+    return m_mainWindow && shapeLayerOf(m_mainWindow)->isEnableMoveShape();
+}
+
+void KESImageWnd::setActiveLayerSelectable(bool selectable)
+{
+    if (m_mainWindow)
+        shapeLayerOf(m_mainWindow)->enableSelectShape(selectable);
+}
+
+bool KESImageWnd::activeLayerSelectable()
+{
+    return m_mainWindow && shapeLayerOf(m_mainWindow)->isEnableSelectShape();
+}
+
+long KESImageWnd::enableMoveROI(bool enable)
+{
+    if (!m_mainWindow)
+        return -1;
+    sceneOf(m_mainWindow)->enableMoveROI(enable);
+    return 0;
+}
+
+long KESImageWnd::drawMode(DrawMode mode, bool pickTextsFirst)
+{
+    if (!m_mainWindow)
+        return -1;
+    if (pickTextsFirst)
+        ODTextTool::GetODTextTool()->setModel(ODTextTool::Model(kPickTexts));
+    m_mainWindow->SelectDrawOverlayMode(mode);
+    return 0;
+}
+
+long KESImageWnd::resetDraw() { return drawMode(DM_SELECT, true); }
+long KESImageWnd::drawPoint() { return drawMode(DM_POINT, true); }
+long KESImageWnd::drawLine() { return drawMode(DM_LINE, true); }
+long KESImageWnd::drawRect() { return drawMode(DM_RECT1, true); }
+long KESImageWnd::drawRotateRect() { return drawMode(DM_RECT2, true); }
+long KESImageWnd::drawEllipse() { return drawMode(DM_ELLIPSE, true); }
+long KESImageWnd::drawCircle() { return drawMode(DM_CIRCLE, true); }
+long KESImageWnd::drawPolygon() { return drawMode(DM_POLYGON, true); }
+long KESImageWnd::drawIrregular() { return drawMode(DM_ANYLINE, true); }
+long KESImageWnd::drawTorus() { return drawMode(DM_ANNULAR, true); }
+// These two leave an armed text placement armed.
+long KESImageWnd::drawArrowLine() { return drawMode(DM_ARROWLINE, false); }
+long KESImageWnd::drawClosedAnyLine() { return drawMode(DM_ANYCLOSELINE, false); }
+
+long KESImageWnd::drawText()
+{
+    if (!m_mainWindow)
+        return -1;
+    // The mode first, then the text tool: the reverse of the other draw calls.
+    m_mainWindow->SelectDrawOverlayMode(DM_SELECT);
+    ODTextTool::GetODTextTool()->setModel(ODTextTool::Model(kPlaceText));
+    return 0;
+}
+
+long KESImageWnd::drawText(QString& text)
+{
+    if (!m_mainWindow)
+        return -1;
+    drawText();
+    ODTextTool::GetODTextTool()->setText(QString(text));
+    return 0;
 }

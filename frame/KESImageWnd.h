@@ -20,6 +20,8 @@
 #include "vorimagewnd_global.h"
 
 #include <QImage>
+#include <QList>
+#include <QString>
 #include <QObject>
 
 class CMainWindow;
@@ -67,6 +69,56 @@ public slots:
     // on the GUI thread: the call would wait on itself.
     long repaint();
 
+    // Regions of interest and overlays from the host, on a layer (the shape
+    // layer by default): the new shape's id, or -1 when the layer refuses the
+    // type, when the layer value is not one of Layer, or when the shape layer
+    // in VorImage mode has no picture yet. A path gives the first id made.
+    long displayROI(VorROI& shape, KESImageWnd::Layer layerIndex = LAYER_SHAPE);
+    long displayOverlay(VorOverlay& shape, KESImageWnd::Layer layerIndex = LAYER_SHAPE);
+    long displayOverlayPath(VorOverlayPath& overlayPath, KESImageWnd::Layer layerIndex = LAYER_SHAPE);
+    // Empties a layer: shapes, texts and region on the shape layer; 0 also for
+    // a layer value that is not one of Layer.
+    long clearLayer(KESImageWnd::Layer layerIndex);
+    QList<long> getShapeIDS(KESImageWnd::Layer layerIndex = LAYER_SHAPE);
+    // A shape of the shape layer read back by id: 0, or -1 for an unknown id.
+    long getROIShape(long id, VorROI* shape);
+    long getOverlayShape(long id, VorOverlay* shape);
+    // Removes the id from every layer and ends the selection; 0 whether or
+    // not the id was there.
+    long removeShape(qlonglong id);
+    // Has no effect: the request goes out on a signal that nothing takes up.
+    // Remove shapes one by one with removeShape.
+    void removeShapeList(QList<long> idList);
+    // Shows or hides by id on the shape layer, else on the image layer: the
+    // answer of the layer asked last, -1 for an id neither has.
+    long visibleShape(qlonglong id, bool visible = true);
+    bool isShapeMovable(qlonglong id);
+    long setShapeMovable(qlonglong id, bool movable);
+    bool isShapeSelectable(qlonglong id);
+    long setShapeSelectable(qlonglong id, bool Selectable);
+    // Empties the fore, the shape and the image layer, in that order.
+    long clear();
+
+    // Draw modes for the operator's next shape, as the tool bar's buttons
+    // give them but in overlay mode and with the mouse free. Each but the
+    // arrow line and the closed free line first puts the text tool back to
+    // picking texts; drawText arms it to place one. All answer 0, also when
+    // the window refuses the mode (no picture, or a polygon under way).
+    long resetDraw();
+    long drawPoint();
+    long drawLine();
+    long drawRect();
+    long drawRotateRect();
+    long drawEllipse();
+    long drawCircle();
+    long drawPolygon();
+    long drawIrregular();
+    long drawTorus();
+    long drawArrowLine();
+    long drawClosedAnyLine();
+    long drawText();
+    long drawText(QString& text);
+
     long zoom(double scaleValue);
     long zoomIn();
     long zoomOut();
@@ -77,6 +129,27 @@ public slots:
     bool showScrollbar(bool bVisible);
 
     long enablePixelVisible(bool visible);
+
+    // Whether the operator may move and select the shapes of the shape layer.
+    void setActiveLayerMovable(bool movable);
+    bool activeLayerMovable();
+    void setActiveLayerSelectable(bool selectable);
+    bool activeLayerSelectable();
+    long enableMoveROI(bool enable);
+
+    // The look of the shapes drawn next, kept by the scene: pen colour (opaque)
+    // and whole width, brush colour with its alpha, the arm length of a point's
+    // cross (at least 1), and the font of a text. Reading gives back what the
+    // scene holds, the width truncated to whole pixels, the font without its
+    // weight. A null output is left alone.
+    long setPen(unsigned char r, unsigned char g, unsigned char b, unsigned long width);
+    long getPen(unsigned char* r, unsigned char* g, unsigned char* b, unsigned long* width);
+    long setBrush(unsigned char r, unsigned char g, unsigned char b, unsigned char a);
+    long getBrush(unsigned char* r, unsigned char* g, unsigned char* b, unsigned char* a);
+    long setPointSize(int size);
+    long getPointSize(int* size);
+    long setFont(VorFont font);
+    long getFont(VorFont* font);
 
     // The tool bar. The index is a flag word of button bits, more than one bit
     // allowed; showToolbar switches all of them.
@@ -132,6 +205,9 @@ signals:
 
 private:
     void connectWindow(CMainWindow* window);
+    // A draw call: the text tool back to picking texts when asked, then the
+    // window's overlay form of the mode.
+    long drawMode(DrawMode mode, bool pickTextsFirst);
 
     CMainWindow* m_mainWindow;
 };

@@ -344,6 +344,87 @@ void CMainWindow::SelectDrawROIMode(DrawMode mode)
     }
 }
 
+void CMainWindow::SelectDrawOverlayMode(DrawMode mode)
+{
+    ImageLayer* layer = scene()->GetImageLayer();
+    if (layer->isVorImg() && !IsValidVorImage(layer->GetVorImage()))
+        return;
+    // A polygon under way cannot be interrupted from here, not even to select.
+    if (scene()->GetDrawMode() == DM_POLYGON)
+        return;
+    m_imageView->setDrawModeCursorIcon(mode);
+    if (mode == DM_POLYGON) {
+        if (ODPolygonTool* polygon = ODShapeToolManage::GetODShapeToolManage()->polygonTool())
+            polygon->ResetObject();
+    }
+    ShaperLayer* shapes = scene()->GetActiveLayer();
+    shapes->clearCurrentShape();
+    shapes->clearSelectedShape();
+    scene()->setIsOverlay(true);
+    scene()->SetDrawMode(mode);
+    scene()->update(QRectF());
+}
+
+void CMainWindow::removeFromShapeLayer(qlonglong id)
+{
+    ShaperLayer* layer = scene()->GetActiveLayer();
+    layer->clearCurrentShape();
+    layer->clearSelectedShape();
+    layer->removeShape(long(id));
+    layer->ClearAllSelectedText();
+    layer->removeText(long(id));
+    layer->removeRegion(long(id));
+    layer->Show(true);
+}
+
+void CMainWindow::clearShapeLayer()
+{
+    ShaperLayer* layer = scene()->GetActiveLayer();
+    layer->clearCurrentShape();
+    layer->clearSelectedShape();
+    layer->clearShape();
+    layer->ClearAllSelectedText();
+    layer->ClearAllText();
+    layer->ClearRegion();
+    layer->Show(true);
+}
+
+// The image and fore layers hold no shapes of the host yet: the shape layer is
+// the one that answers.
+void CMainWindow::removeShape(qlonglong id)
+{
+    removeFromShapeLayer(id);
+}
+
+void CMainWindow::removeShapeList(QList<long> idList)
+{
+    for (long id : idList)
+        removeFromShapeLayer(id);
+}
+
+void CMainWindow::visibleShape(qlonglong id, bool visible)
+{
+    scene()->GetActiveLayer()->ShapeVisible(long(id), visible);
+}
+
+void CMainWindow::clear()
+{
+    clearShapeLayer();
+}
+
+void CMainWindow::clearLayer(KESImageWnd::Layer layerIndex)
+{
+    if (layerIndex == KESImageWnd::LAYER_SHAPE)
+        clearShapeLayer();
+}
+
+void CMainWindow::selectShape(qlonglong id)
+{
+    ShaperLayer* layer = scene()->GetActiveLayer();
+    if (layer->isEnableSelectShape())
+        layer->ShowShapeHandle(id);
+}
+
 void CMainWindow::clickDrawButton(int button, DrawMode mode)
 {
     // The mode is chosen before the host hears of the click.

@@ -66,6 +66,12 @@ public:
     // A draw button's mode: the mouse limit goes on, and with a picture (or in
     // QImage mode) the selection is dropped and the mode set.
     void SelectDrawROIMode(DrawMode mode);
+    // The host's way into a draw mode: refused without a picture in VorImage
+    // mode and while a polygon is under way; otherwise the mode's cursor, a
+    // fresh polygon for DM_POLYGON, the selection dropped, and the scene in
+    // overlay mode, which lasts until an overlay is displayed. The mouse is
+    // not limited, unlike the tool bar's form.
+    void SelectDrawOverlayMode(DrawMode mode);
 
     // Saves what the view shows of the picture, at the current zoom with all
     // that lies on it: to a file (JPEG without a suffix) or into a VorImage.
@@ -138,6 +144,18 @@ public slots:
     void OnDrawAnylinePushButtonReleased();
     void OnDrawPointPushButtonReleased();
 
+    // The shape calls of the facade on the window's layers. removeShape and
+    // removeShapeList take the ids off every layer and end the selection;
+    // visibleShape asks every layer; clear and clearLayer empty them.
+    void removeShape(qlonglong id);
+    void removeShapeList(QList<long> idList);
+    void visibleShape(qlonglong id, bool visible);
+    void clear();
+    void clearLayer(KESImageWnd::Layer layerIndex);
+    // Selects a shape of the shape layer by id and shows its handles, when
+    // the layer lets the operator select.
+    void selectShape(qlonglong id);
+
     void OnUpdateMousePosition(QPointF pos);
     void onMouseClicked(QPointF pos);
     void limtMouseChanged();
@@ -186,6 +204,10 @@ private slots:
     void OnZoom(int model);
 
 private:
+    // The shape layer's part of removeShape and of clearLayer.
+    void removeFromShapeLayer(qlonglong id);
+    void clearShapeLayer();
+
     void createButtonToolbar();
     void createView();
     void createStatusbar();
