@@ -31,10 +31,6 @@ ShaperLayer* shapeLayerOf(CMainWindow* window)
     return sceneOf(window)->GetActiveLayer();
 }
 
-// The text tool's mode of picking existing texts, and of placing a new one.
-constexpr int kPickTexts = 0;
-constexpr int kPlaceText = 1;
-
 ImageLayer* imageLayerOf(CMainWindow* window)
 {
     return window->GetImageCtrlView()->GetImageCtrlScene()->GetImageLayer();
@@ -663,7 +659,7 @@ long KESImageWnd::drawMode(DrawMode mode, bool pickTextsFirst)
     if (!m_mainWindow)
         return -1;
     if (pickTextsFirst)
-        ODTextTool::GetODTextTool()->setModel(ODTextTool::Model(kPickTexts));
+        ODTextTool::GetODTextTool()->setModel(ODTextTool::PickText);
     m_mainWindow->SelectDrawOverlayMode(mode);
     return 0;
 }
@@ -688,7 +684,7 @@ long KESImageWnd::drawText()
         return -1;
     // The mode first, then the text tool: the reverse of the other draw calls.
     m_mainWindow->SelectDrawOverlayMode(DM_SELECT);
-    ODTextTool::GetODTextTool()->setModel(ODTextTool::Model(kPlaceText));
+    ODTextTool::GetODTextTool()->setModel(ODTextTool::PlaceText);
     return 0;
 }
 

@@ -30,7 +30,7 @@ VorOverlay lineOverlay(double x1, double y1, double x2, double y2)
 
 int textModel()
 {
-    return int(ODTextTool::GetODTextTool()->getModel());
+    return int(ODTextTool::GetODTextTool()->model());
 }
 
 } // namespace
@@ -73,13 +73,13 @@ private slots:
 void tst_FacadeShapeCalls::init()
 {
     forgetCurrentShape();
-    ODTextTool::GetODTextTool()->setModel(ODTextTool::Model(0));
+    ODTextTool::GetODTextTool()->setModel(ODTextTool::PickText);
 }
 
 void tst_FacadeShapeCalls::cleanup()
 {
     forgetCurrentShape();
-    ODTextTool::GetODTextTool()->setModel(ODTextTool::Model(0));
+    ODTextTool::GetODTextTool()->setModel(ODTextTool::PickText);
 }
 
 void tst_FacadeShapeCalls::displayedROIReadsBackByItsId()
@@ -343,7 +343,7 @@ void tst_FacadeShapeCalls::drawCallsPutTheWindowInTheirMode()
     QFETCH(int, textModel);
     PictureWindow w;
     // An armed text placement before the call.
-    ODTextTool::GetODTextTool()->setModel(ODTextTool::Model(1));
+    ODTextTool::GetODTextTool()->setModel(ODTextTool::PlaceText);
     long result = -1;
     QVERIFY(QMetaObject::invokeMethod(w.wnd.get(), qPrintable(call), Q_RETURN_ARG(long, result)));
     QCOMPARE(result, 0L);
@@ -385,7 +385,7 @@ void tst_FacadeShapeCalls::drawTextWithATextArmsItsPlacement()
     QString text("OK 12");
     QCOMPARE(w.wnd->drawText(text), 0L);
     QCOMPARE(::textModel(), 1);
-    QCOMPARE(ODTextTool::GetODTextTool()->getText(), QString("OK 12"));
+    QCOMPARE(ODTextTool::GetODTextTool()->newText(), QString("OK 12"));
     QCOMPARE(w.scene()->GetDrawMode(), DM_SELECT);
 }
 
