@@ -3,7 +3,7 @@
 //
 //   kesview [--events] [--size WxH] [--cross JSON] [--grid JSON] [--float TEXT]
 //           [--zoom S] [--draw-rect X1,Y1,X2,Y2] [--draw KIND:X1,Y1,...]...
-//           [--click X,Y]... [--screenshot FILE] [PICTURE...]
+//           [--click X,Y]... [--shapes FILE] [--screenshot FILE] [PICTURE...]
 //
 // Keys: PageDown/N and PageUp/P step through the pictures, + and - zoom, F fits
 // the picture to the window, 1 shows it at one pixel per pixel, L turns the
@@ -11,6 +11,7 @@
 // or Esc quits. The tool bar's load button opens a picture of the host's choice.
 
 #include "picturefile.h"
+#include "shapefile.h"
 #include "viewerwindow.h"
 
 #include <QApplication>
@@ -164,7 +165,13 @@ int main(int argc, char* argv[])
         QStringLiteral("click"),
         QStringLiteral("Click the picture at X,Y after the drawing, e.g. to select a shape (may be given again)."),
         QStringLiteral("X,Y"));
+    const QCommandLineOption shapesOption(
+        QStringLiteral("shapes"),
+        QStringLiteral("Show the regions of interest and overlays of FILE, one a line (see shapefile.h or the "
+                       "README), once the picture is shown; prints the id each one got."),
+        QStringLiteral("FILE"));
     parser.addOption(eventsOption);
+    parser.addOption(shapesOption);
     parser.addOption(drawOption);
     parser.addOption(clickOption);
     parser.addOption(screenshotOption);
@@ -228,6 +235,15 @@ int main(int argc, char* argv[])
         }
         clicks.append(point.first());
     }
+    QVector<ShapeFileEntry> shapes;
+    if (parser.isSet(shapesOption)) {
+        QString error;
+        if (!readShapeFile(parser.value(shapesOption), &shapes, &error)) {
+            std::fprintf(stderr, "kesview: --shapes %s: %s\n", qPrintable(parser.value(shapesOption)),
+                         qPrintable(error));
+            return 2;
+        }
+    }
     const QStringList files = parser.positionalArguments();
     const bool screenshot = parser.isSet(screenshotOption);
     const QString shotFile = parser.value(screenshotOption);
@@ -260,6 +276,16 @@ int main(int argc, char* argv[])
         QApplication::processEvents();
         if (zoomScale > 0.0)
             imageWnd->zoom(zoomScale);
+        for (ShapeFileEntry& entry : shapes) {
+            const long id = entry.isROI ? imageWnd->displayROI(entry.roi) : imageWnd->displayOverlay(entry.overlay);
+            if (id < 0) {
+                drawn = false;
+                std::fprintf(stderr, "kesview: --shapes line %d: the window refused the shape\n", entry.line);
+            } else {
+                std::printf("shapes line %d: id %ld\n", entry.line, id);
+                std::fflush(stdout);
+            }
+        }
         if (drawRect && readable) {
             QApplication::processEvents();
             QString error;
