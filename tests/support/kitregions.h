@@ -8,6 +8,7 @@
 
 #include "VorImage.h"
 
+#include <QGraphicsView>
 #include <QImage>
 #include <QPainter>
 #include <QRect>
@@ -16,6 +17,7 @@
 
 #include <opencv2/core.hpp>
 
+#include <cmath>
 #include <initializer_list>
 
 namespace Kit {
@@ -55,10 +57,18 @@ inline QRgb regionOver(QRgb below, QRgb region)
     return target.convertToFormat(QImage::Format_ARGB32).pixel(0, 0);
 }
 
-// The colour of a grab at the viewport pixel where a scene point lands.
+// The viewport pixel that holds a scene point: the pixel it falls in, where
+// mapFromScene would round to the nearest pixel corner.
+inline QPoint viewportPixelOf(QGraphicsView* view, const QPointF& scenePos)
+{
+    const QPointF exact = view->viewportTransform().map(scenePos);
+    return QPoint(int(std::floor(exact.x())), int(std::floor(exact.y())));
+}
+
+// The colour of a grab at the viewport pixel that holds a scene point.
 inline QRgb grabbedAt(const QImage& grab, QGraphicsView* view, const QPointF& scenePos)
 {
-    return grab.pixel(view->mapFromScene(scenePos));
+    return grab.pixel(viewportPixelOf(view, scenePos));
 }
 
 } // namespace Kit
