@@ -38,6 +38,7 @@ private slots:
     void updateBeforeAnyLoadDoesNothing();
     void updateLeavesTheItemUntilShow();
     void showHandsThePictureToTheItem();
+    void secondLoadReplacesTheMask();
     void secondLoadAndUpdateReplaceWhatIsShown();
     void loadKeepsItsOwnCopyOfTheMask();
     void loadOfNullIsRefusedAndKeepsTheMask();
@@ -210,6 +211,11 @@ void tst_ODItemRegion::showHandsThePictureToTheItem()
     QCOMPARE(region.item()->boundingRect(), QRectF(0, 0, 6, 5));
 }
 
+void tst_ODItemRegion::secondLoadReplacesTheMask()
+{
+    Kit::verifySecondLoadReplacesTheMask<ODItemRegion>();
+}
+
 void tst_ODItemRegion::secondLoadAndUpdateReplaceWhatIsShown()
 {
     ImageCtrlScene scene;
@@ -229,27 +235,12 @@ void tst_ODItemRegion::secondLoadAndUpdateReplaceWhatIsShown()
 
 void tst_ODItemRegion::loadKeepsItsOwnCopyOfTheMask()
 {
-    ImageCtrlScene scene;
-    ODItemRegion region(&scene);
-    VorImage mask = Kit::rowMask({0, 255});
-    QVERIFY(region.LoadVorRegion(&mask));
-    mask.ImageData()[0] = 255;
-    region.Update(255, 0, 0, 255);
-    QCOMPARE(region.regionImage().pixel(0, 0), 0u);
-    QCOMPARE(region.regionImage().pixel(1, 0), qRgba(255, 0, 0, 255));
+    Kit::verifyLoadKeepsItsOwnCopy<ODItemRegion>();
 }
 
 void tst_ODItemRegion::loadOfNullIsRefusedAndKeepsTheMask()
 {
-    ImageCtrlScene scene;
-    ODItemRegion region(&scene);
-    QVERIFY(!region.LoadVorRegion(nullptr));
-    QVERIFY(region.mask() == nullptr);
-    VorImage mask = Kit::rowMask({255, 0});
-    QVERIFY(region.LoadVorRegion(&mask));
-    QVERIFY(!region.LoadVorRegion(nullptr));
-    QVERIFY(region.mask() != nullptr);
-    QCOMPARE(region.mask()->Width(), 2);
+    Kit::verifyNullMaskIsRefused<ODItemRegion>();
 }
 
 void tst_ODItemRegion::zValueGoesToTheItem()

@@ -260,48 +260,17 @@ void tst_ODRegion::updateAppliesTheSceneScaleToTheViewAgain()
 
 void tst_ODRegion::loadKeepsItsOwnCopyOfTheMask()
 {
-    ImageCtrlScene scene;
-    ODRegion region(&scene);
-    VorImage mask = Kit::rowMask({255, 0});
-    QVERIFY(region.LoadVorRegion(&mask));
-    // The host writes into its own mask afterwards; the region keeps what it got.
-    mask.ImageData()[0] = 0;
-    mask.ImageData()[1] = 255;
-    region.Update(255, 0, 0, 255);
-    QCOMPARE(region.regionImage().pixel(0, 0), qRgba(255, 0, 0, 255));
-    QCOMPARE(region.regionImage().pixel(1, 0), 0u);
-    QVERIFY(region.mask() != nullptr);
-    QVERIFY(region.mask()->ImageData() != mask.ImageData());
+    Kit::verifyLoadKeepsItsOwnCopy<ODRegion>();
 }
 
 void tst_ODRegion::loadOfNullIsRefusedAndKeepsTheMask()
 {
-    ImageCtrlScene scene;
-    ODRegion region(&scene);
-    QVERIFY(!region.LoadVorRegion(nullptr));
-    QVERIFY(region.mask() == nullptr);
-    VorImage mask = Kit::rowMask({255, 255, 0});
-    QVERIFY(region.LoadVorRegion(&mask));
-    QVERIFY(!region.LoadVorRegion(nullptr));
-    QVERIFY(region.mask() != nullptr);
-    QCOMPARE(region.mask()->Width(), 3);
+    Kit::verifyNullMaskIsRefused<ODRegion>();
 }
 
 void tst_ODRegion::secondLoadReplacesTheMask()
 {
-    ImageCtrlScene scene;
-    ODRegion region(&scene);
-    VorImage first = Kit::blockMask(QSize(8, 8), QRect(0, 0, 8, 8));
-    VorImage second = Kit::blockMask(QSize(3, 2), QRect(2, 1, 1, 1));
-    QVERIFY(region.LoadVorRegion(&first));
-    const VorImage* held = region.mask();
-    QVERIFY(region.LoadVorRegion(&second));
-    QCOMPARE(region.mask(), held);
-    region.Update(0, 0, 255, 255);
-    const QImage image = region.regionImage();
-    QCOMPARE(image.size(), QSize(3, 2));
-    QCOMPARE(image.pixel(2, 1), qRgba(0, 0, 255, 255));
-    QCOMPARE(image.pixel(0, 0), 0u);
+    Kit::verifySecondLoadReplacesTheMask<ODRegion>();
 }
 
 void tst_ODRegion::clearRegionDropsTheMaskButKeepsTheImage()

@@ -1,10 +1,13 @@
 #pragma once
 
 // Region masks as the data model hands them over (one 8-bit channel, 0
-// outside), and the colour a partly transparent region shows over what lies
-// beneath it, worked out through the same painting the window does.
+// outside), the colour a partly transparent region shows over what lies
+// beneath it, worked out through the same painting the window does, and the
+// checks of how both region classes keep their mask.
 
 #include "kitpixels.h"
+
+#include "imagectrlscene.h"
 
 #include "VorImage.h"
 
@@ -69,6 +72,58 @@ inline QPoint viewportPixelOf(QGraphicsView* view, const QPointF& scenePos)
 inline QRgb grabbedAt(const QImage& grab, QGraphicsView* view, const QPointF& scenePos)
 {
     return grab.pixel(viewportPixelOf(view, scenePos));
+}
+
+// A null mask is refused and leaves the mask held, none or the last one.
+template <class Region>
+void verifyNullMaskIsRefused()
+{
+    ImageCtrlScene scene;
+    Region region(&scene);
+    QVERIFY(!region.LoadVorRegion(nullptr));
+    QVERIFY(region.mask() == nullptr);
+    VorImage mask = rowMask({255, 255, 0});
+    QVERIFY(region.LoadVorRegion(&mask));
+    QVERIFY(!region.LoadVorRegion(nullptr));
+    QVERIFY(region.mask() != nullptr);
+    QCOMPARE(region.mask()->Width(), 3);
+}
+
+// The region colours the mask as it was loaded, whatever the host writes into
+// its own pixels afterwards.
+template <class Region>
+void verifyLoadKeepsItsOwnCopy()
+{
+    ImageCtrlScene scene;
+    Region region(&scene);
+    VorImage mask = rowMask({255, 0});
+    QVERIFY(region.LoadVorRegion(&mask));
+    mask.ImageData()[0] = 0;
+    mask.ImageData()[1] = 255;
+    region.Update(255, 0, 0, 255);
+    QCOMPARE(region.regionImage().pixel(0, 0), qRgba(255, 0, 0, 255));
+    QCOMPARE(region.regionImage().pixel(1, 0), 0u);
+    QVERIFY(region.mask() != nullptr);
+    QVERIFY(region.mask()->ImageData() != mask.ImageData());
+}
+
+// A second mask takes the place of the first in the same held picture.
+template <class Region>
+void verifySecondLoadReplacesTheMask()
+{
+    ImageCtrlScene scene;
+    Region region(&scene);
+    VorImage first = blockMask(QSize(8, 8), QRect(0, 0, 8, 8));
+    VorImage second = blockMask(QSize(3, 2), QRect(2, 1, 1, 1));
+    QVERIFY(region.LoadVorRegion(&first));
+    const VorImage* held = region.mask();
+    QVERIFY(region.LoadVorRegion(&second));
+    QCOMPARE(region.mask(), held);
+    region.Update(0, 0, 255, 255);
+    const QImage image = region.regionImage();
+    QCOMPARE(image.size(), QSize(3, 2));
+    QCOMPARE(image.pixel(2, 1), qRgba(0, 0, 255, 255));
+    QCOMPARE(image.pixel(0, 0), 0u);
 }
 
 } // namespace Kit
