@@ -15,6 +15,7 @@
 #include <opencv2/core.hpp>
 
 #include <cstring>
+#include <iterator>
 
 // The region image of the image layer: its id from the shapes' counter, the
 // colouring of a mask into a partly transparent picture byte by byte, the
@@ -36,6 +37,7 @@ private slots:
     void maskOfAnotherTypeGivesNullImage_data();
     void maskOfAnotherTypeGivesNullImage();
     void emptyOrMissingMaskGivesNullImage();
+    void randomMasksFollowThePixelRule();
 
     void updateBeforeAnyLoadDoesNothing();
     void updateColoursTheLoadedMask();
@@ -216,6 +218,42 @@ void tst_ODRegion::emptyOrMissingMaskGivesNullImage()
     VorImage mask = Kit::rowMask({255});
     region.VorImageToRegionImg(&mask, 255, 0, 0, 255, nullptr);
     QVERIFY(region.regionImage().isNull());
+}
+
+void tst_ODRegion::randomMasksFollowThePixelRule()
+{
+    // Masks of random sizes, types and row steps (windows into larger
+    // pictures), against the rule read pixel by pixel.
+    const int types[] = {CV_8UC1, CV_8UC1, CV_8UC1, CV_8UC3, CV_16UC1, CV_8UC2};
+    cv::RNG rng(0x5e91u);
+    ImageCtrlScene scene;
+    ODRegion region(&scene);
+    for (int round = 0; round < 200; ++round) {
+        const int type = types[rng.uniform(0, int(std::size(types)))];
+        const int width = rng.uniform(0, 40);
+        const int height = rng.uniform(0, 30);
+        const int padding = rng.uniform(0, 5);
+        cv::Mat whole(height, width + padding, type);
+        if (!whole.empty())
+            rng.fill(whole, cv::RNG::UNIFORM, 0, 256);
+        VorImage mask(whole(cv::Rect(padding, 0, width, height)));
+        const QRgb colour = qRgba(rng.uniform(0, 256), rng.uniform(0, 256), rng.uniform(0, 256), rng.uniform(0, 256));
+        QImage image(1, 1, QImage::Format_ARGB32);
+        region.VorImageToRegionImg(&mask, uchar(qRed(colour)), uchar(qGreen(colour)), uchar(qBlue(colour)),
+                                   uchar(qAlpha(colour)), &image);
+        const QString row = QString("round %1: %2 x %3, type %4").arg(round).arg(width).arg(height).arg(type);
+        if (type != CV_8UC1 || width == 0 || height == 0) {
+            QVERIFY2(image.isNull(), qPrintable(row));
+            continue;
+        }
+        QVERIFY2(image.size() == QSize(width, height), qPrintable(row));
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const QRgb expected = (mask.Mat().at<uchar>(y, x) & 1) ? colour : 0u;
+                QVERIFY2(image.pixel(x, y) == expected, qPrintable(row + QString(" at (%1, %2)").arg(x).arg(y)));
+            }
+        }
+    }
 }
 
 void tst_ODRegion::updateBeforeAnyLoadDoesNothing()
