@@ -1,13 +1,17 @@
 // One full repaint of a 2448 x 2048 picture fitted into the window's view, in a
 // 1280 x 1024 host widget: the viewport repaints synchronously, through the
-// scene's background, the image layer and the pixel labels. Runs on the
+// scene's background, the image layer and the pixel labels; with a region
+// image of the whole frame over the picture besides. Runs on the
 // offscreen platform unless QT_QPA_PLATFORM says otherwise.
 //
 //   build/bench/bench_repaint [--benchmark_filter=...]
 
+#include "ImageLayer.h"
 #include "KESImageWnd.h"
 #include "MainWindow.h"
+#include "imagectrlscene.h"
 #include "imagectrlview.h"
+#include "odregion.h"
 
 #include "qtbenchmarkmain.h"
 
@@ -81,6 +85,24 @@ void Repaint(benchmark::State& state, int type)
     describe(state, host);
 }
 
+// The same repaint with a half-transparent region image of the frame's size
+// painted over the picture: every other column of the mask is inside.
+void RepaintWithRegion(benchmark::State& state, int type)
+{
+    Host host(type);
+    cv::Mat stripes(kHeight, kWidth, CV_8UC1, cv::Scalar(0));
+    for (int x = 0; x < kWidth; x += 2)
+        stripes.col(x).setTo(cv::Scalar(255));
+    VorImage mask(stripes);
+    ODRegion* region = host.view()->GetImageCtrlScene()->GetImageLayer()->GetRegion();
+    region->LoadVorRegion(&mask);
+    region->Update(255, 0, 0, 128);
+    QWidget* viewport = host.view()->viewport();
+    for (auto _ : state)
+        viewport->repaint();
+    describe(state, host);
+}
+
 void Grab(benchmark::State& state, int type)
 {
     Host host(type);
@@ -94,6 +116,7 @@ void Grab(benchmark::State& state, int type)
 
 BENCHMARK_CAPTURE(Repaint, gray8, CV_8UC1)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Repaint, colour8, CV_8UC3)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(RepaintWithRegion, gray8, CV_8UC1)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Grab, gray8, CV_8UC1)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Grab, colour8, CV_8UC3)->Unit(benchmark::kMillisecond);
 

@@ -3,8 +3,12 @@
 #include "datainterface.h"
 #include "imageconversion.h"
 #include "imagectrlscene.h"
+#include "odregion.h"
+#include "regionmask.h"
 
+#include "VORMV.h"
 #include "VorImage.h"
+#include "VorRegion.h"
 
 #include <QGraphicsView>
 #include <QMatrix>
@@ -24,12 +28,18 @@ double fitRatio(double rw, double rh)
     return rw - rh > kFitTolerance ? rh : rw;
 }
 
+// The colour of a run's region, whatever its overlay brings.
+constexpr uchar kRunRegionBlue = 0;
+constexpr uchar kRunRegionGreen = 255;
+constexpr uchar kRunRegionRed = 0;
+
 } // namespace
 
 ImageLayer::ImageLayer(ImageCtrlScene* scene)
     : m_scene(scene)
     , m_zoomModel(VOR_ZOOM_FIT)
     , m_vorImage(nullptr)
+    , m_region(new ODRegion(scene))
     , m_isVorImg(true)
     , m_paintImageKey(0)
 {
@@ -37,7 +47,11 @@ ImageLayer::ImageLayer(ImageCtrlScene* scene)
 
 // The stored VorImage copy is not freed here: the layer hands it out by pointer
 // (GetVorImage) and the host may still read it while the window goes down.
-ImageLayer::~ImageLayer() = default;
+ImageLayer::~ImageLayer()
+{
+    delete m_region;
+    m_region = nullptr;
+}
 
 bool ImageLayer::LoadVorImage(QImage& image)
 {
@@ -160,6 +174,50 @@ void ImageLayer::drawBackground(QPainter* painter, const QRectF& exposed)
     // Only the exposed part is drawn; no smoothing, so magnified pixels stay
     // sharp squares.
     painter->drawImage(exposed, paintableImage(), exposed);
+    if (m_region) {
+        const QImage region = m_region->regionImage();
+        if (region.width() > 0 && region.height() > 0)
+            painter->drawImage(QRect(0, 0, region.width(), region.height()), region);
+    }
+}
+
+ODRegion* ImageLayer::GetRegion() const
+{
+    return m_region;
+}
+
+void ImageLayer::runDrawRegion(VorRegion& region)
+{
+    QMutexLocker lock(&m_imageMutex);
+    loadRegionOverlayLocked(region);
+}
+
+void ImageLayer::resetRegion()
+{
+    QMutexLocker lock(&m_imageMutex);
+    resetRegionLocked();
+}
+
+void ImageLayer::loadRegionOverlayLocked(VorRegion& region)
+{
+    // The mask becomes a colour picture, green wherever a byte is not 0 and
+    // black elsewhere, then a QImage whose black is made see-through.
+    VorImage binary;
+    VORMV::VorRegionToBinImage(&binary, region);
+    binary = MaskToColourPicture(&binary, kRunRegionBlue, kRunRegionGreen, kRunRegionRed);
+    m_region->LoadVorRegion(&binary);
+    QImage image = VorImageToQImage(&binary);
+    const QImage seeThrough = image.createMaskFromColor(QColor(0, 0, 0, 255).rgb(), Qt::MaskOutColor);
+    image.setAlphaChannel(seeThrough);
+    m_region->setRegionImage(image);
+}
+
+void ImageLayer::resetRegionLocked()
+{
+    VorImage empty;
+    m_region->LoadVorRegion(&empty);
+    QImage none(0, 0, QImage::Format_RGB32);
+    m_region->setRegionImage(none);
 }
 
 float ImageLayer::GetFitImageScaledValue() const

@@ -9,8 +9,10 @@
 #include <QRectF>
 
 class ImageCtrlScene;
+class ODRegion;
 class QPainter;
 class VorImage;
+class VorRegion;
 
 // What the last zoom step was. Only VOR_ZOOM_FIT changes behaviour: a new
 // picture is then fitted to the view; the other three keep the scale.
@@ -25,7 +27,8 @@ enum VOR_ZOOM_MODEL {
 // data into a QImage, paints the picture into the scene background and works
 // out the scale that fits the picture to the view. A picture passes from the
 // stored VorImage copy through a queue of at most one converted QImage to the
-// QImage on show; m_imageMutex guards all three against a worker thread.
+// QImage on show; m_imageMutex guards all three, and the region image painted
+// over the picture, against a worker thread.
 class KESIMAGEWND_TESTS_EXPORT ImageLayer
 {
 public:
@@ -47,7 +50,18 @@ public:
     // true: take over a queued picture; false: re-apply the current one.
     void Update(bool takeQueued);
     void show();
+    // Paints the picture, then the region image over it, in scene coordinates.
     void drawBackground(QPainter* painter, const QRectF& exposed);
+
+    // The region image, created with the layer and owned by it.
+    ODRegion* GetRegion() const;
+    // Shows a region of a run as the region image, green where the region is
+    // and see-through elsewhere, whatever colour its overlay brings; it
+    // replaces the region before. Takes m_imageMutex and does not repaint.
+    void runDrawRegion(VorRegion& region);
+    // Empties the region image, so that painting skips it. Takes m_imageMutex
+    // and does not repaint.
+    void resetRegion();
 
     float GetFitImageScaledValue() const;
     // Colour at a scene point; 153 on all channels outside the picture.
@@ -73,11 +87,15 @@ private:
     double applyScale(double scale, double viewWidth, double viewHeight, bool fitToView);
     void setViewMatrix(double scale);
     const QImage& paintableImage();
+    // The two region steps with m_imageMutex already held by the caller.
+    void loadRegionOverlayLocked(VorRegion& region);
+    void resetRegionLocked();
 
     ImageCtrlScene* m_scene;
     VOR_ZOOM_MODEL m_zoomModel;
     QImage m_image;
     VorImage* m_vorImage;
+    ODRegion* m_region;
     mutable QMutex m_imageMutex;
     QList<QImage> m_pendingImages;
     bool m_isVorImg;
