@@ -93,6 +93,15 @@ private slots:
     void textOutlivingItsSceneTouchesNoItem();
     void textIsPaintedInItsFontAndColourAtEveryZoom_data();
     void textIsPaintedInItsFontAndColourAtEveryZoom();
+
+    void layerTakesTextsAndMarksThemInOverlayMode();
+    void layerSelectsTextsWithoutADuplicateTest();
+    void clearAllTextDeletesTheTextsAndLeavesTheSelection();
+    void removeTextDeletesTheFirstOfTheIdOnly();
+    void textAtAPointIsTheOldestHit();
+    void updateTextGivesEveryTextTheScenesScaleAndPen();
+    void showTextShowsEveryTextOfTheLayer();
+    void textsGoWithTheirLayerWhileTheSceneIsWhole();
 };
 
 void tst_ODText::defaultsOfEveryField()
@@ -434,6 +443,169 @@ void tst_ODText::textIsPaintedInItsFontAndColourAtEveryZoom()
     // top margins included.
     QVERIFY(inside.bounds.left() >= device.left());
     QVERIFY(inside.bounds.top() >= device.top());
+}
+
+namespace {
+
+ODText* newText(ShaperLayer* layer, const QString& content, const QPointF& pos)
+{
+    auto* text = new ODText(layer->scene());
+    text->SetText(content);
+    text->SetPos(pos);
+    return text;
+}
+
+} // namespace
+
+void tst_ODText::layerTakesTextsAndMarksThemInOverlayMode()
+{
+    StandaloneView v;
+    ShaperLayer* layer = v.scene()->GetActiveLayer();
+    ODText* roi = newText(layer, "roi", QPointF(10, 10));
+    layer->AddText(roi);
+    v.scene()->setIsOverlay(true);
+    ODText* overlay = newText(layer, "overlay", QPointF(10, 40));
+    layer->AddText(overlay);
+    QCOMPARE(layer->texts(), QVector<ODText*>({roi, overlay}));
+    QVERIFY(!roi->isOverlay());
+    QVERIFY(overlay->isOverlay());
+    // Texts are no shapes, and adding does not show them.
+    QVERIFY(layer->shapes().isEmpty());
+    QCOMPARE(overlay->textItem()->toPlainText(), QString());
+}
+
+void tst_ODText::layerSelectsTextsWithoutADuplicateTest()
+{
+    StandaloneView v;
+    ShaperLayer* layer = v.scene()->GetActiveLayer();
+    ODText* text = newText(layer, "a", QPointF(10, 10));
+    layer->AddText(text);
+    layer->AddSelectedText(text);
+    layer->AddSelectedText(text);
+    QCOMPARE(layer->selectedTexts(), QVector<ODText*>({text, text}));
+    // Handles of texts show nothing; clearing the selection keeps the text.
+    layer->ShowTextHandle();
+    QVERIFY(text->handleItem()->path().isEmpty());
+    layer->ClearAllSelectedText();
+    QVERIFY(layer->selectedTexts().isEmpty());
+    QCOMPARE(layer->texts(), QVector<ODText*>({text}));
+}
+
+void tst_ODText::clearAllTextDeletesTheTextsAndLeavesTheSelection()
+{
+    StandaloneView v;
+    ShaperLayer* layer = v.scene()->GetActiveLayer();
+    const int itemsBefore = v.scene()->items().size();
+    TextWatcher watcher;
+    ODText* first = newText(layer, "1", QPointF(10, 10));
+    ODText* second = newText(layer, "2", QPointF(10, 40));
+    const QList<long> ids = {first->GetID(), second->GetID()};
+    layer->AddText(first);
+    layer->AddText(second);
+    layer->AddSelectedText(second);
+    layer->ClearAllText();
+    QVERIFY(layer->texts().isEmpty());
+    QCOMPARE(watcher.destroyed, ids);
+    QCOMPARE(v.scene()->items().size(), itemsBefore);
+    // The selected list still holds its old entry: callers clear it first.
+    QCOMPARE(layer->selectedTexts().size(), 1);
+    layer->ClearAllSelectedText();
+}
+
+void tst_ODText::removeTextDeletesTheFirstOfTheIdOnly()
+{
+    StandaloneView v;
+    ShaperLayer* layer = v.scene()->GetActiveLayer();
+    ODText* keep = newText(layer, "keep", QPointF(10, 10));
+    ODText* go = newText(layer, "go", QPointF(10, 40));
+    layer->AddText(keep);
+    layer->AddText(go);
+    TextWatcher watcher;
+    // Unknown ids change nothing.
+    layer->removeText(-1);
+    layer->removeText(ODShape::s_ID + 100);
+    QCOMPARE(layer->texts(), QVector<ODText*>({keep, go}));
+    QVERIFY(watcher.destroyed.isEmpty());
+    const long id = go->GetID();
+    layer->removeText(id);
+    QCOMPARE(layer->texts(), QVector<ODText*>({keep}));
+    QCOMPARE(watcher.destroyed, QList<long>({id}));
+    layer->removeText(id);
+    QCOMPARE(layer->texts(), QVector<ODText*>({keep}));
+}
+
+void tst_ODText::textAtAPointIsTheOldestHit()
+{
+    StandaloneView v;
+    ShaperLayer* layer = v.scene()->GetActiveLayer();
+    QVERIFY(!layer->GetTextAtPoint(QPointF(20, 20)));
+    ODText* older = newText(layer, "older text", QPointF(10, 10));
+    ODText* younger = newText(layer, "younger text", QPointF(14, 12));
+    layer->AddText(older);
+    layer->AddText(younger);
+    layer->ShowText();
+    younger->setZValue(100);
+    const QPointF both(20, 20);
+    QVERIFY(older->HitTest(both) && younger->HitTest(both));
+    QCOMPARE(layer->GetTextAtPoint(both), older);
+    const QPointF youngerOnly = younger->textItem()->sceneBoundingRect().bottomRight() - QPointF(1, 1);
+    QVERIFY(!older->HitTest(youngerOnly));
+    QCOMPARE(layer->GetTextAtPoint(youngerOnly), younger);
+    QCOMPARE(layer->GetTextAtPoint(QPointF(500, 500)), nullptr);
+}
+
+void tst_ODText::updateTextGivesEveryTextTheScenesScaleAndPen()
+{
+    StandaloneView v;
+    ShaperLayer* layer = v.scene()->GetActiveLayer();
+    ODText* red = newText(layer, "red", QPointF(10, 10));
+    red->SetColor(Qt::red);
+    ODText* green = newText(layer, "green", QPointF(10, 40));
+    green->SetColor(Qt::green);
+    layer->AddText(red);
+    layer->AddText(green);
+    v.scene()->setScale(2.5);
+    v.scene()->setPenColor(QColor(12, 34, 56, 78));
+    layer->UpdateText();
+    for (ODText* text : {red, green}) {
+        QCOMPARE(text->GetColor(), QColor(12, 34, 56, 78));
+        QCOMPARE(text->GetScale(), 2.5f);
+    }
+    // Shown again, the items take the colour.
+    layer->ShowText();
+    QCOMPARE(red->textItem()->defaultTextColor(), QColor(12, 34, 56, 78));
+}
+
+void tst_ODText::showTextShowsEveryTextOfTheLayer()
+{
+    StandaloneView v;
+    ShaperLayer* layer = v.scene()->GetActiveLayer();
+    ODText* first = newText(layer, "first", QPointF(10, 10));
+    ODText* second = newText(layer, "second", QPointF(30, 40));
+    layer->AddText(first);
+    layer->AddText(second);
+    layer->ShowText();
+    QCOMPARE(first->textItem()->toPlainText(), QString("first"));
+    QCOMPARE(second->textItem()->toPlainText(), QString("second"));
+    QCOMPARE(second->textItem()->pos(), QPointF(30, 40));
+}
+
+void tst_ODText::textsGoWithTheirLayerWhileTheSceneIsWhole()
+{
+    TextWatcher watcher;
+    QList<long> ids;
+    {
+        StandaloneView v;
+        ShaperLayer* layer = v.scene()->GetActiveLayer();
+        for (const char* content : {"a", "b"}) {
+            ODText* text = newText(layer, content, QPointF(10, 10));
+            ids << text->GetID();
+            layer->AddText(text);
+        }
+        layer->ShowText();
+        QVERIFY(watcher.destroyed.isEmpty());
+    }
+    QCOMPARE(watcher.destroyed, ids);
 }
 
 QTEST_MAIN(tst_ODText)
