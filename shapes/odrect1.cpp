@@ -9,27 +9,8 @@
 #include <QGraphicsRectItem>
 #include <QGraphicsScene>
 
-namespace {
-
-enum Slot { Left = 0, Top = 1, Right = 2, Bottom = 3, SlotCount = 4 };
-
-// The sides each handle number moves and so writes back; index = number.
-constexpr std::array<unsigned, 9> kOwnedSlots = {
-    0,                                   // none
-    1u << Left | 1u << Top,              // 1 top left
-    1u << Top,                           // 2 top centre
-    1u << Right | 1u << Top,             // 3 top right
-    1u << Right,                         // 4 right centre
-    1u << Right | 1u << Bottom,          // 5 bottom right
-    1u << Bottom,                        // 6 bottom centre
-    1u << Left | 1u << Bottom,           // 7 bottom left
-    1u << Left,                          // 8 left centre
-};
-
-} // namespace
-
 ODRect1::ODRect1(QGraphicsScene* scene)
-    : ODShape(scene, DM_RECT1)
+    : ODBoxShape(scene, DM_RECT1)
     , m_searchDirection(SL_LEFT_TO_RIGHT)
     , m_searchCount(0)
     , m_searchLineFlag(false)
@@ -42,8 +23,7 @@ ODRect1::ODRect1(QGraphicsScene* scene)
 ODRect1::ODRect1(QGraphicsScene* scene, QPointF point)
     : ODRect1(scene)
 {
-    m_rect = QRectF(point, QSizeF(0, 0));
-    UpdateHandles();
+    startAt(point);
 }
 
 ODRect1::~ODRect1()
@@ -109,63 +89,9 @@ int ODRect1::HitTest(QPointF point, bool handles)
     return m_rectItem->boundingRect().contains(point) ? 1 : 0;
 }
 
-void ODRect1::MoveHandleTo(int number, const QPointF& pos)
-{
-    switch (number) {
-    case 1: m_rect.setTopLeft(pos); break;
-    case 2: m_rect.setTop(pos.y()); break;
-    case 3: m_rect.setTopRight(pos); break;
-    case 4: m_rect.setRight(pos.x()); break;
-    case 5: m_rect.setBottomRight(pos); break;
-    case 6: m_rect.setBottom(pos.y()); break;
-    case 7: m_rect.setBottomLeft(pos); break;
-    case 8: m_rect.setLeft(pos.x()); break;
-    default: break;
-    }
-    UpdateOrgData(number);
-}
-
-void ODRect1::MoveShape(const QPointF& delta)
-{
-    m_rect.setTopLeft(m_rect.topLeft() + delta);
-    m_rect.setBottomRight(m_rect.bottomRight() + delta);
-    for (int number : {1, 3, 5, 7})
-        UpdateOrgData(number);
-}
-
-void ODRect1::UpdateOrgData(int number)
-{
-    storeOrgData(number, {m_rect.left(), m_rect.top(), m_rect.right(), m_rect.bottom()}, kOwnedSlots);
-}
-
-void ODRect1::UpdateCurData()
-{
-    if (!hasOrgData(SlotCount))
-        return;
-    m_rect.setLeft(m_orgData[Left]);
-    m_rect.setTop(m_orgData[Top]);
-    m_rect.setRight(m_orgData[Right]);
-    m_rect.setBottom(m_orgData[Bottom]);
-}
-
-void ODRect1::AdjustParameter()
-{
-    AdjustRect(m_rect);
-    UpdateOrgData(1);
-    UpdateOrgData(5);
-}
-
-void ODRect1::setHandleCursor(QPointF point)
-{
-    static const QVector<Qt::CursorShape> cursors = {
-        Qt::ArrowCursor,     Qt::SizeFDiagCursor, Qt::SizeVerCursor, Qt::SizeBDiagCursor, Qt::SizeHorCursor,
-        Qt::SizeFDiagCursor, Qt::SizeVerCursor,   Qt::SizeBDiagCursor, Qt::SizeHorCursor};
-    setViewportCursor(point, cursors);
-}
-
 void ODRect1::SetRect(double x1, double y1, double x2, double y2)
 {
-    m_orgData = {x1, y1, x2, y2};
+    setSides(x1, y1, x2, y2);
 }
 
 void ODRect1::SetSearchLine(SEARCHLINEDIRECTION direction, int count)
@@ -186,7 +112,7 @@ bool ODRect1::HaveSearchLine() const
 
 bool ODRect1::GetParam(double* x1, double* y1, double* x2, double* y2, int* direction, int* count) const
 {
-    if (!readOrgData({x1, y1, x2, y2}))
+    if (!readSides(x1, y1, x2, y2))
         return false;
     if (direction)
         *direction = m_searchDirection;

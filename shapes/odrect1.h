@@ -1,6 +1,6 @@
 #pragma once
 
-#include "odshape.h"
+#include "odboxshape.h"
 
 #include <QPainterPath>
 #include <QRectF>
@@ -15,7 +15,7 @@ class Rect1HandleItem;
 // reference while the shown rectangle is normalised; AdjustParameter
 // normalises the reference at the release. Optional search lines across it are
 // display only.
-class KESIMAGEWND_TESTS_EXPORT ODRect1 : public ODShape
+class KESIMAGEWND_TESTS_EXPORT ODRect1 : public ODBoxShape
 {
 public:
     explicit ODRect1(QGraphicsScene* scene);
@@ -29,12 +29,6 @@ public:
     void ShowHandle() override;
     void HideHandle() override;
     int HitTest(QPointF point, bool handles) override;
-    void MoveHandleTo(int number, const QPointF& pos) override;
-    void MoveShape(const QPointF& delta) override;
-    void UpdateOrgData(int number) override;
-    void UpdateCurData() override;
-    void AdjustParameter() override;
-    void setHandleCursor(QPointF point) override;
 
     // Replaces the reference: left, top, right, bottom. Shown at ShowShape.
     void SetRect(double x1, double y1, double x2, double y2);
@@ -52,7 +46,6 @@ public:
     QPainterPath GenSearchline();
     QPainterPath GenSearchlineItem(QLine line);
 
-    QRectF currentRect() const { return m_rect; }
     QGraphicsRectItem* rectItem() const { return m_rectItem; }
     QGraphicsPathItem* searchLineItem() const { return m_searchLineItem; }
     Rect1HandleItem* rect1HandleItem() const;
@@ -60,7 +53,6 @@ public:
 private:
     void createItems();
 
-    QRectF m_rect;
     SEARCHLINEDIRECTION m_searchDirection;
     int m_searchCount;
     bool m_searchLineFlag;

@@ -38,3 +38,14 @@ void ODShapeWatcher::notifySceneDestroyed(QGraphicsScene* scene)
     for (ODShapeWatcher* watcher : current)
         watcher->sceneDestroyed(scene);
 }
+
+void ODShapeWatcher::textDestroyed(ODText*)
+{
+}
+
+void ODShapeWatcher::notifyTextDestroyed(ODText* text)
+{
+    const QVector<ODShapeWatcher*> current = watchers();
+    for (ODShapeWatcher* watcher : current)
+        watcher->textDestroyed(text);
+}

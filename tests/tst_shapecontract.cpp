@@ -20,6 +20,7 @@
 #include "odarrowline.h"
 #include "odcircle.h"
 #include "odellipse.h"
+#include "odimage.h"
 #include "odline.h"
 #include "odpoint.h"
 #include "odpolygon.h"
@@ -68,6 +69,11 @@ struct ShapeContract
     HandlePaint handlePaint = HandlePaint::FixedDevicePixels;
     QString handleItemClass;
     std::function<bool(const QGraphicsPathItem*)> hasHandleItemClass;
+    // The class makes no handle item: its handles serve the hit test alone
+    // and are never painted.
+    bool hasHandleItem = true;
+    // The display items draw with the shape's pen; a picture has none.
+    bool displayTakesPen = true;
     int roundHandleKey = -1;              // the key painted as a disc, -1 for none
     QVector<QPair<int, int>> joinedHandles; // keys joined by a painted line
     bool showHandleRaisesHandleItem = false; // ShowHandle puts the handle item one above the main item
@@ -166,6 +172,25 @@ double rotationHandleAngle(QPointF target, QPointF centre)
     return ConvertAngle(360.0f - (90.0f - CalculateAngle(target, centre)));
 }
 
+// The sides of a box after handle number went to target. Slots: left 0, top 1,
+// right 2, bottom 3; numbers clockwise from the top left.
+QVector<double> boxDragResult(QVector<double> v, int number, QPointF target)
+{
+    const bool left = number == 1 || number == 7 || number == 8;
+    const bool right = number >= 3 && number <= 5;
+    const bool top = number >= 1 && number <= 3;
+    const bool bottom = number >= 5 && number <= 7;
+    if (left)
+        v[0] = target.x();
+    if (top)
+        v[1] = target.y();
+    if (right)
+        v[2] = target.x();
+    if (bottom)
+        v[3] = target.y();
+    return v;
+}
+
 ShapeContract rect1Contract()
 {
     ShapeContract c;
@@ -204,22 +229,7 @@ ShapeContract rect1Contract()
     c.handleCentres = [](const QVector<double>& v, float) {
         return boxHandleCentres(QRectF(QPointF(v[0], v[1]), QPointF(v[2], v[3])));
     };
-    c.dragResult = [](QVector<double> v, int number, QPointF target) {
-        // Slots: left 0, top 1, right 2, bottom 3; numbers clockwise from the top left.
-        const bool left = number == 1 || number == 7 || number == 8;
-        const bool right = number >= 3 && number <= 5;
-        const bool top = number >= 1 && number <= 3;
-        const bool bottom = number >= 5 && number <= 7;
-        if (left)
-            v[0] = target.x();
-        if (top)
-            v[1] = target.y();
-        if (right)
-            v[2] = target.x();
-        if (bottom)
-            v[3] = target.y();
-        return v;
-    };
+    c.dragResult = &boxDragResult;
     c.xParams = {0, 2};
     c.yParams = {1, 3};
     return c;
@@ -740,13 +750,53 @@ ShapeContract annulusContract()
     return c;
 }
 
+// The picture in a box: the rectangle's geometry and handles, three edge
+// middles on whole pixels, and no handle item at all.
+ShapeContract imageContract()
+{
+    ShapeContract c;
+    c.name = "ODImage";
+    c.slotCount = 4;
+    c.paramCount = 4;
+    c.handleCount = 8;
+    c.handleItemClass = "no handle item";
+    c.hasHandleItemClass = [](const QGraphicsPathItem* item) { return item == nullptr; };
+    c.hasHandleItem = false;
+    c.displayTakesPen = false;
+    c.make = [](QGraphicsScene* scene) -> ODShape* { return new ODImage(scene); };
+    c.makeAt = [](QGraphicsScene* scene, QPointF p) -> ODShape* { return new ODImage(scene, p); };
+    c.slotsAtPoint = [](QPointF p) { return QVector<double>{p.x(), p.y(), p.x(), p.y()}; };
+    c.boxParams = [](QPointF centre, QSizeF half) {
+        return QVector<double>{centre.x() - half.width(), centre.y() - half.height(), centre.x() + half.width(),
+                               centre.y() + half.height()};
+    };
+    c.setParams = [](ODShape* shape, const QVector<double>& v) {
+        as<ODImage>(shape)->SetRect(float(v[0]), float(v[1]), float(v[2]), float(v[3]));
+    };
+    c.getParam = [](const ODShape* shape, QVector<double>& v) {
+        return as<ODImage>(shape)->GetParam(&v[0], &v[1], &v[2], &v[3]);
+    };
+    c.displayItems = [](const ODShape* shape) { return QList<QGraphicsItem*>{as<ODImage>(shape)->pixmapItem()}; };
+    c.setZValue = [](ODShape* shape, long z) { as<ODImage>(shape)->setZValue(z); };
+    c.handleCentres = [](const QVector<double>& v, float) {
+        QVector<QPointF> centres = boxHandleCentres(QRectF(QPointF(v[0], v[1]), QPointF(v[2], v[3])));
+        for (int key : {1, 5, 7})
+            centres[key] = QPointF(int(centres[key].x()), int(centres[key].y()));
+        return centres;
+    };
+    c.dragResult = &boxDragResult;
+    c.xParams = {0, 2};
+    c.yParams = {1, 3};
+    return c;
+}
+
 // Every shape class the contract covers, one entry each.
 const QVector<ShapeContract>& shapeContracts()
 {
     static const QVector<ShapeContract> contracts = {
         rect1Contract(),     rect2Contract(), ellipseContract(),   circleContract(),  arcContract(),
         annulusContract(),   lineContract(),  arrowLineContract(), pointContract(),   polygonContract(),
-        anyLineContract(),   anyCloseLineContract(),
+        anyLineContract(),   anyCloseLineContract(), imageContract(),
     };
     return contracts;
 }
@@ -936,7 +986,9 @@ void tst_ShapeContract::everyShapeClassHasAContract()
         ShapePtr shape(contract.make(&scene));
         QVERIFY2(contract.hasHandleItemClass(shape->handleItem()),
                  qPrintable(contract.name + " lacks a " + contract.handleItemClass));
-        QCOMPARE(shape->handleItem()->brush(), QBrush(Qt::blue, Qt::SolidPattern));
+        QCOMPARE(shape->handleItem() != nullptr, contract.hasHandleItem);
+        if (contract.hasHandleItem)
+            QCOMPARE(shape->handleItem()->brush(), QBrush(Qt::blue, Qt::SolidPattern));
     }
 }
 
@@ -1244,8 +1296,9 @@ void tst_ShapeContract::shapeOwnsExactlyItsDisplayItemsAndHandleItem()
             own.insert(item);
         }
         QCOMPARE(own.size(), contract.displayItems(made.get()).size());
-        QVERIFY(made->handleItem());
-        own.insert(made->handleItem());
+        QCOMPARE(made->handleItem() != nullptr, contract.hasHandleItem);
+        if (contract.hasHandleItem)
+            own.insert(made->handleItem());
         QCOMPARE(added, own);
         for (QGraphicsItem* item : own)
             QCOMPARE(item->scene(), &scene);
@@ -1335,6 +1388,11 @@ void tst_ShapeContract::lineWidthIsTruncatedOnEveryDisplayItem()
     box->ShowShape();
     for (QGraphicsItem* item : contract.displayItems(box.get())) {
         QPen pen;
+        if (!contract.displayTakesPen) {
+            // Nothing to draw with: the width changes no pixel either.
+            QVERIFY(!penOf(item, &pen));
+            continue;
+        }
         QVERIFY(penOf(item, &pen));
         QCOMPARE(pen.width(), penWidth);
         QCOMPARE(pen.widthF(), double(penWidth));
@@ -1355,7 +1413,7 @@ void tst_ShapeContract::zValueReachesEveryItemAndHandlesGoAboveTheMainItem()
     const QSet<QGraphicsItem*> before = itemsOf(scene);
     ShapePtr box = makeBoxShape(contract, &scene);
     const QSet<QGraphicsItem*> owned = itemsAddedSince(scene, before);
-    QVERIFY(owned.contains(box->handleItem()));
+    QCOMPARE(owned.contains(box->handleItem()), contract.hasHandleItem);
 
     for (long z : {7L, -3L, 3001L}) {
         contract.setZValue(box.get(), z);
@@ -1370,7 +1428,9 @@ void tst_ShapeContract::zValueReachesEveryItemAndHandlesGoAboveTheMainItem()
     QCOMPARE(main->zValue(), 7.0);
     for (QGraphicsItem* item : contract.displayItems(box.get()))
         QCOMPARE(item->zValue(), 7.0);
-    if (contract.showHandleRaisesHandleItem)
+    if (!contract.hasHandleItem)
+        QCOMPARE(box->handleItem(), nullptr);
+    else if (contract.showHandleRaisesHandleItem)
         QCOMPARE(box->handleItem()->zValue(), main->zValue() + 1.0);
     else
         QCOMPARE(box->handleItem()->zValue(), 7.0);
@@ -1412,6 +1472,12 @@ void tst_ShapeContract::handlesArePaintedAtTheirSizeOnAShownView()
 
     const QImage image = Kit::grabViewport(view);
     QVERIFY(!image.isNull());
+    if (!contract.hasHandleItem) {
+        // Shown handles are hit, yet nothing paints them.
+        QVERIFY(box->isVisiblehandleMark());
+        QCOMPARE(Kit::countColour(image, Kit::kHandleBlue), 0);
+        return;
+    }
     // The side of a painted handle in device pixels.
     const double side = contract.handlePaint == HandlePaint::FixedDevicePixels
                             ? kHandleSide

@@ -6,6 +6,7 @@
 #include "geometryhelpers.h"
 #include "odshapetoolmanage.h"
 #include "odshapewatcher.h"
+#include "odtexttool.h"
 
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
@@ -283,17 +284,23 @@ bool ImageCtrlScene::routesToTools(QGraphicsSceneMouseEvent* event) const
     return !(event->button() & Qt::RightButton) && m_activeLayer;
 }
 
+// The tool of the draw mode first, then the text tool, which acts in every
+// mode, then the base.
 void ImageCtrlScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
 {
-    if (routesToTools(event))
+    if (routesToTools(event)) {
         ODShapeToolManage::GetODShapeToolManage()->mousePressEvent(this, event);
+        ODTextTool::GetODTextTool()->mousePressEvent(this, event);
+    }
     QGraphicsScene::mousePressEvent(event);
 }
 
 void ImageCtrlScene::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
 {
-    if (routesToTools(event))
+    if (routesToTools(event)) {
         ODShapeToolManage::GetODShapeToolManage()->mouseMoveEvent(this, event);
+        ODTextTool::GetODTextTool()->mouseMoveEvent(this, event);
+    }
     QGraphicsScene::mouseMoveEvent(event);
 }
 
@@ -304,13 +311,15 @@ void ImageCtrlScene::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
         return;
     }
     ODShapeToolManage::GetODShapeToolManage()->mouseReleaseEvent(this, event);
+    ODTextTool::GetODTextTool()->mouseReleaseEvent(this, event);
     QGraphicsScene::mouseReleaseEvent(event);
     update(QRectF());
 }
 
 void ImageCtrlScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
 {
-    // No button test here: a right double click reaches the tool too.
+    // No button test here: a right double click reaches the tool too. The
+    // text tool has no double-click step.
     if (m_activeLayer)
         ODShapeToolManage::GetODShapeToolManage()->mouseDoubleClickEvent(this, event);
     QGraphicsScene::mouseDoubleClickEvent(event);

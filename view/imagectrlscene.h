@@ -17,8 +17,9 @@ class ShaperLayer;
 // The scene of the window, less a container of items than a hub: it holds the
 // layers, the current scale and view size, the event relay, the settings that
 // new shapes take their look from, and the current draw mode, which picks the
-// tool that every mouse event but the right button's goes to. Scene
-// coordinates are image pixels; zoom lives only in the view's matrix.
+// tool that every mouse event but the right button's goes to; presses, moves
+// and releases go to the text tool as well. Scene coordinates are image
+// pixels; zoom lives only in the view's matrix.
 class KESIMAGEWND_TESTS_EXPORT ImageCtrlScene : public QGraphicsScene
 {
     Q_OBJECT
