@@ -5,6 +5,7 @@
 #include "imagectrlscene.h"
 #include "numericguards.h"
 #include "odshape.h"
+#include "oditemregion.h"
 #include "odtext.h"
 #include "shapeconversion.h"
 #include "shapeoperator.h"
@@ -15,6 +16,7 @@
 ShaperLayer::ShaperLayer(ImageCtrlScene* scene, int layerIndex)
     : ODShapeLayer(scene)
     , m_roi(nullptr)
+    , m_region(nullptr)
     , m_layerIndex(layerIndex)
     , m_zValue(long(layerIndex) * s_zBandPerLayer)
 {
@@ -26,6 +28,7 @@ ShaperLayer::~ShaperLayer()
 {
     clearSelectedShape();
     clearShape();
+    ClearRegion();
 }
 
 ShapeLook ShaperLayer::sceneLook() const
@@ -199,8 +202,13 @@ bool ShaperLayer::TypeROIConversion(ODShape* shape, VorROI* roi)
 long ShaperLayer::ShapeVisible(long id, bool visible)
 {
     ODShape* shape = shapeById(id);
-    if (!shape)
+    if (!shape) {
+        // The region is hidden or shown, yet the answer stays -1: the window
+        // then asks the image layer too.
+        if (m_region && m_region->GetID() == id)
+            m_region->setVisible(visible);
         return -1;
+    }
     shape->setVisible(visible);
     if (!visible) {
         shape->HideHandle();
@@ -218,6 +226,10 @@ long ShaperLayer::setShapeMovable(long long id, bool movable)
         shape->setMovable(movable);
         return 0;
     }
+    if (ODText* text = textById(long(id))) {
+        text->SetMovable(movable);
+        return 0;
+    }
     return -1;
 }
 
@@ -225,6 +237,8 @@ bool ShaperLayer::isShapeMovable(long long id)
 {
     if (ODShape* shape = shapeById(long(id)))
         return shape->isMovable();
+    if (ODText* text = textById(long(id)))
+        return text->IsMovable();
     return false;
 }
 
@@ -252,6 +266,11 @@ QList<long> ShaperLayer::getShapeIDS()
         if (shape)
             ids.append(shape->GetShapeID());
     }
+    // The texts follow the shapes; the region has no id in the list.
+    for (ODText* text : qAsConst(m_texts)) {
+        if (text)
+            ids.append(text->GetID());
+    }
     return ids;
 }
 
@@ -262,7 +281,45 @@ void ShaperLayer::ShowShapeHandle(long long id)
         shape->ShowHandle();
         addSelectedShape(shape);
     }
+    for (ODText* text : qAsConst(m_texts)) {
+        if (text && text->GetID() == id)
+            text->ShowHandle();
+    }
 }
+
+ODText* ShaperLayer::textById(long id) const
+{
+    for (ODText* text : m_texts) {
+        if (text && text->GetID() == id)
+            return text;
+    }
+    return nullptr;
+}
+
+// Region
+
+void ShaperLayer::AddRegion(ODItemRegion* region)
+{
+    // One region a layer: the new one replaces the old, whose id is gone.
+    delete m_region;
+    m_region = region;
+}
+
+void ShaperLayer::ClearRegion()
+{
+    delete m_region;
+    m_region = nullptr;
+}
+
+void ShaperLayer::removeRegion(long id)
+{
+    if (m_region && m_region->GetID() == id)
+        ClearRegion();
+}
+
+// The region keeps itself up to date and shows itself when it is loaded.
+void ShaperLayer::UpdateRegion() {}
+void ShaperLayer::ShowRegion() {}
 
 // Texts
 

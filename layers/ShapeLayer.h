@@ -8,6 +8,8 @@
 #include <QList>
 #include <QMap>
 
+class ODItemRegion;
+class ODText;
 class VorOverlay;
 class VorOverlayPath;
 struct ShapeLook;
@@ -105,6 +107,17 @@ public:
 
     const QMap<long, VorROI>& maskROIs() const { return m_maskROIs; }
 
+    // The one region of the layer. AddRegion takes ownership and deletes the
+    // region held before; ClearRegion deletes it; removeRegion does so when
+    // the id is the region's. UpdateRegion and ShowRegion do nothing: a
+    // region shows itself when it is loaded.
+    void AddRegion(ODItemRegion* region);
+    void ClearRegion();
+    void removeRegion(long id);
+    void UpdateRegion();
+    void ShowRegion();
+    ODItemRegion* region() const { return m_region; }
+
 private:
     // The window's look of this moment: the scene's pen, brush, truncated
     // line width and cross size.
@@ -119,7 +132,11 @@ private:
     long drawOverlayByType(VorOverlay& overlay);
 
     // The ROI of the DrawROI call under way; not cleared afterwards.
+    // The text of that id in this layer, or null.
+    ODText* textById(long id) const;
+
     VorROI* m_roi;
+    ODItemRegion* m_region;
     int m_layerIndex;
     long m_zValue;
     QMap<long, VorROI> m_maskROIs;
