@@ -72,19 +72,26 @@ run_fuzz() {
     rm -rf "$work"
     mkdir -p "$work"
     local failed=0
-    local target corpus
-    for target in crossline gridline; do
+    local entry target binary corpus dict
+    # Each entry: the corpus and dictionary name, then the target it feeds.
+    for entry in crossline:fuzz_crosslineinfo gridline:fuzz_gridlineinfo shapedata:fuzz_shapedata; do
+        target="${entry%%:*}"
+        binary="${entry#*:}"
         corpus="$work/$target-corpus"
         cp -r "$ROOT/fuzz/corpus/$target" "$corpus"
-        say "fuzz_${target}info: ${seconds}s on a copy of fuzz/corpus/$target"
+        dict=()
+        if [ -f "$ROOT/fuzz/$target.dict" ]; then
+            dict=(-dict="$ROOT/fuzz/$target.dict")
+        fi
+        say "$binary: ${seconds}s on a copy of fuzz/corpus/$target"
         # Leak checks with the suppressions of Qt's and fontconfig's own caches;
         # any sanitizer report, crash, hang (10 s an input) or leak is a finding.
         if ! QT_QPA_PLATFORM=offscreen \
             ASAN_OPTIONS="detect_leaks=1:detect_odr_violation=0:fast_unwind_on_malloc=0" \
             LSAN_OPTIONS="suppressions=$ROOT/tests/sanitizer/lsan.supp:print_suppressions=0" \
             UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1" \
-            "$build_dir/fuzz/fuzz_${target}info" "$corpus" \
-                -dict="$ROOT/fuzz/$target.dict" -max_total_time="$seconds" -timeout=10 \
+            "$build_dir/fuzz/$binary" "$corpus" \
+                "${dict[@]}" -max_total_time="$seconds" -timeout=10 \
                 -rss_limit_mb=4096 -artifact_prefix="$work/$target-" -print_final_stats=1 \
                 >"$work/$target.log" 2>&1; then
             failed=1
@@ -94,7 +101,7 @@ run_fuzz() {
             failed=1
         fi
         if [ "$failed" -ne 0 ]; then
-            say "fuzz_${target}info found a problem: see $work/$target.log and the inputs $work/$target-*"
+            say "$binary found a problem: see $work/$target.log and the inputs $work/$target-*"
             tail -n 40 "$work/$target.log" >&2
             exit 1
         fi
