@@ -19,6 +19,7 @@
 
 #include <opencv2/core.hpp>
 
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -40,7 +41,8 @@ public:
         return m_pos < m_size ? m_data[m_pos++] : 0;
     }
 
-    // Any double, NaN and infinities included: eight raw bytes.
+    // Any double, NaN and infinities included: eight raw bytes. With
+    // KES_FUZZ_TRACE set, each is printed, to see what a finding drew.
     double number()
     {
         uint8_t raw[sizeof(double)] = {};
@@ -48,6 +50,8 @@ public:
             b = byte();
         double value;
         std::memcpy(&value, raw, sizeof value);
+        if (std::getenv("KES_FUZZ_TRACE"))
+            fprintf(stderr, "  number %.17g\n", value);
         return value;
     }
 
@@ -142,7 +146,7 @@ VorOverlay makeOverlay(Reader& in)
     default: break; // an overlay of no kind
     }
     if (in.byte() & 1)
-        overlay.SetPen(long(in.number()), long(in.byte()) - 100, 300, long(in.byte()) - 10);
+        overlay.SetPen(long(in.byte()) * 2 - 100, long(in.byte()) - 100, 300, long(in.byte()) - 10);
     if (in.byte() & 1)
         overlay.SetBrush(long(in.byte()) * 3 - 200, 0, 255, long(in.byte()) - 50);
     return overlay;

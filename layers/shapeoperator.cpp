@@ -15,6 +15,9 @@
 #include "odrect1.h"
 #include "odrect2.h"
 
+#include <algorithm>
+#include <cmath>
+
 ShapeOperator::ShapeOperator(ImageCtrlScene* scene)
     : m_scene(scene)
     , m_offsetX(0.0f)
@@ -59,8 +62,33 @@ long ShapeOperator::deliver(ODShape* shape) const
     return shape->GetShapeID();
 }
 
+namespace {
+
+// The farthest a number of a shape from data may lie from the origin, in
+// pixels: far beyond any picture, yet well within what the painting can take.
+constexpr double kFarthestValue = 1e7;
+
+bool isPaintableValue(double value)
+{
+    return std::isfinite(value) && std::abs(value) <= kFarthestValue;
+}
+
+} // namespace
+
+bool ShapeOperator::isPaintable(std::initializer_list<double> values)
+{
+    return std::all_of(values.begin(), values.end(), isPaintableValue);
+}
+
+bool ShapeOperator::isPaintable(const QVector<double>& values)
+{
+    return std::all_of(values.begin(), values.end(), isPaintableValue);
+}
+
 long ShapeOperator::DrawPoint(double x, double y, int crossSize, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x, y}))
+        return -1;
     auto* shape = new ODPoint(m_scene);
     dress(shape, pen, brush, width);
     shape->SetPoint(x, y);
@@ -71,6 +99,8 @@ long ShapeOperator::DrawPoint(double x, double y, int crossSize, long z, QColor 
 
 long ShapeOperator::DrawLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x1, y1, x2, y2}))
+        return -1;
     auto* shape = new ODLine(m_scene);
     dress(shape, pen, brush, width);
     shape->SetLine(float(x1), float(y1), float(x2), float(y2));
@@ -81,6 +111,8 @@ long ShapeOperator::DrawLine(double x1, double y1, double x2, double y2, long z,
 long ShapeOperator::DrawArrowLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush,
                                   int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x1, y1, x2, y2}))
+        return -1;
     auto* shape = new ODArrowLine(m_scene);
     dress(shape, pen, brush, width);
     shape->SetLine(float(x1), float(y1), float(x2), float(y2));
@@ -90,6 +122,8 @@ long ShapeOperator::DrawArrowLine(double x1, double y1, double x2, double y2, lo
 
 long ShapeOperator::DrawRect(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x1, y1, x2, y2}))
+        return -1;
     auto* shape = new ODRect1(m_scene);
     dress(shape, pen, brush, width);
     shape->SetRect(x1, y1, x2, y2);
@@ -100,6 +134,8 @@ long ShapeOperator::DrawRect(double x1, double y1, double x2, double y2, long z,
 long ShapeOperator::DrawRect2(double x, double y, double l1, double l2, double angle, long z, QColor pen,
                               QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x, y, l1, l2, angle}))
+        return -1;
     auto* shape = new ODRect2(m_scene);
     dress(shape, pen, brush, width);
     shape->SetRect(x, y, l1, l2);
@@ -112,6 +148,8 @@ long ShapeOperator::DrawRect2(double x, double y, double l1, double l2, double a
 long ShapeOperator::DrawRectEx(double x1, double y1, double x2, double y2, SEARCHLINEDIRECTION direction, int count,
                                long, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x1, y1, x2, y2}))
+        return -1;
     auto* shape = new ODRect1(m_scene);
     shape->setDrawMode(DM_RAKERECT1);
     dress(shape, pen, brush, width);
@@ -124,6 +162,8 @@ long ShapeOperator::DrawRectEx(double x1, double y1, double x2, double y2, SEARC
 long ShapeOperator::DrawRect2Ex(double x, double y, double l1, double l2, double angle, SEARCHLINEDIRECTION direction,
                                 int count, long, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x, y, l1, l2, angle}))
+        return -1;
     auto* shape = new ODRect2(m_scene);
     shape->setDrawMode(DM_RAKERECT2);
     dress(shape, pen, brush, width);
@@ -137,6 +177,8 @@ long ShapeOperator::DrawRect2Ex(double x, double y, double l1, double l2, double
 
 long ShapeOperator::DrawCircle(double x, double y, double r, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x, y, r}))
+        return -1;
     auto* shape = new ODCircle(m_scene);
     dress(shape, pen, brush, width);
     shape->SetCircle(x, y, r);
@@ -147,6 +189,8 @@ long ShapeOperator::DrawCircle(double x, double y, double r, long z, QColor pen,
 long ShapeOperator::DrawEllipse(double x, double y, double r1, double r2, double angle, long z, QColor pen,
                                 QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x, y, r1, r2, angle}))
+        return -1;
     auto* shape = new ODEllipse(m_scene);
     dress(shape, pen, brush, width);
     shape->SetEllipse(float(x), float(y), float(r1), float(r2), float(angle));
@@ -156,6 +200,8 @@ long ShapeOperator::DrawEllipse(double x, double y, double r1, double r2, double
 
 long ShapeOperator::DrawPolygon(QVector<double>& points, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(points))
+        return -1;
     auto* shape = new ODPolygon(m_scene);
     dress(shape, pen, brush, width);
     shape->SetPolygonPoints(points);
@@ -165,6 +211,8 @@ long ShapeOperator::DrawPolygon(QVector<double>& points, long z, QColor pen, QCo
 
 long ShapeOperator::DrawAnyLine(QVector<double>& points, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(points))
+        return -1;
     auto* shape = new ODAnyLine(m_scene);
     dress(shape, pen, brush, width);
     shape->SetAnyLinePoints(points);
@@ -174,6 +222,8 @@ long ShapeOperator::DrawAnyLine(QVector<double>& points, long z, QColor pen, QCo
 
 long ShapeOperator::DrawClosedAnyLine(QVector<double>& points, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(points))
+        return -1;
     auto* shape = new ODAnyCloseLine(m_scene);
     dress(shape, pen, brush, width);
     shape->SetAnyLinePoints(points);
@@ -184,6 +234,8 @@ long ShapeOperator::DrawClosedAnyLine(QVector<double>& points, long z, QColor pe
 long ShapeOperator::DrawAnnular(double x, double y, double r1, double r2, double angle, double sweep,
                                 SEARCHLINEDIRECTION direction, int count, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x, y, r1, r2, angle, sweep}))
+        return -1;
     auto* shape = new ODAnnular(m_scene);
     dress(shape, pen, brush, width);
     shape->SetTours(x, y, r1, r2, angle, sweep);
@@ -196,6 +248,8 @@ long ShapeOperator::DrawAnnular(double x, double y, double r1, double r2, double
 long ShapeOperator::DrawArc(double x, double y, double r, double start, double end, long z, QColor pen, QColor brush,
                             int width)
 {
+    if (!isPaintable(std::initializer_list<double>{x, y, r, start, end}))
+        return -1;
     auto* shape = new ODARC(m_scene);
     dress(shape, pen, brush, width);
     shape->SetCircle(x, y, r, start, end);

@@ -5,6 +5,8 @@
 #include <QColor>
 #include <QVector>
 
+#include <initializer_list>
+
 class ImageCtrlScene;
 class ODShape;
 
@@ -31,6 +33,12 @@ public:
     // Takes the scene's present scale for the shapes made next.
     void UpdateData();
     float scale() const { return m_scale; }
+
+    // A shape is painted from its numbers: one with a number that is not
+    // finite, or that lies more than ten million pixels from the origin,
+    // cannot be painted, and its creator makes nothing and answers -1.
+    static bool isPaintable(std::initializer_list<double> values);
+    static bool isPaintable(const QVector<double>& values);
 
     long DrawPoint(double x, double y, int crossSize, long z, QColor pen, QColor brush, int width);
     long DrawLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width);

@@ -99,8 +99,8 @@ private slots:
     void walkReachesShapesWhoseScaleWasSetElsewhere();
     void walkGivesWhatAPlainWalkGivesOnRandomEdits();
 
-    void badValuesGiveAShapeThatReadsBack_data();
-    void badValuesGiveAShapeThatReadsBack();
+    void badValuesAreRefusedOrShownAndPaintedWithoutHarm_data();
+    void badValuesAreRefusedOrShownAndPaintedWithoutHarm();
 
     void eachKindIsPaintedInItsColours_data();
     void eachKindIsPaintedInItsColours();
@@ -456,51 +456,81 @@ void tst_DisplayROI::walkGivesWhatAPlainWalkGivesOnRandomEdits()
     }
 }
 
-void tst_DisplayROI::badValuesGiveAShapeThatReadsBack_data()
+void tst_DisplayROI::badValuesAreRefusedOrShownAndPaintedWithoutHarm_data()
 {
     QTest::addColumn<double>("value");
-    QTest::newRow("NaN") << std::numeric_limits<double>::quiet_NaN();
-    QTest::newRow("infinity") << std::numeric_limits<double>::infinity();
-    QTest::newRow("minus infinity") << -std::numeric_limits<double>::infinity();
-    QTest::newRow("negative") << -1e6;
-    QTest::newRow("beyond int") << 1e12;
+    QTest::addColumn<bool>("paintable");
+    QTest::newRow("NaN is refused") << std::numeric_limits<double>::quiet_NaN() << false;
+    QTest::newRow("infinity is refused") << std::numeric_limits<double>::infinity() << false;
+    QTest::newRow("minus infinity is refused") << -std::numeric_limits<double>::infinity() << false;
+    QTest::newRow("beyond ten million is refused") << 1.0000001e7 << false;
+    QTest::newRow("beyond int is refused") << 1e12 << false;
+    QTest::newRow("negative is shown") << -1e6 << true;
+    QTest::newRow("ten million is shown") << 1e7 << true;
 }
 
-// Every kind of ROI and overlay filled with one bad value, and every point
-// list empty, is shown as a shape and read back, without a crash.
-void tst_DisplayROI::badValuesGiveAShapeThatReadsBack()
+// Every kind of ROI and overlay filled with one bad value either is refused,
+// with nothing made, or becomes a shape that reads back and is painted on a
+// zoomed view; every point list empty is shown too.
+void tst_DisplayROI::badValuesAreRefusedOrShownAndPaintedWithoutHarm()
 {
     QFETCH(double, value);
-    LayerScene s;
+    QFETCH(bool, paintable);
+    Kit::PictureWindow w(4.0);
+    ShaperLayer* layer = w.active();
     const Params bad(8, value);
     for (int code = VorROI::ROI_RECT1; code <= VorROI::ROI_POINT; ++code) {
         if (code == VorROI::ROI_NONE)
             continue;
         for (const Params& values : {bad, Params{}}) {
             VorROI roi = makeROI(code, values);
-            const long id = s.active()->DrawROI(roi, false);
-            QVERIFY2(id >= 0, qPrintable(QString("ROI code %1").arg(code)));
+            const int before = layer->shapes().size();
+            const long id = layer->DrawROI(roi, false);
+            const bool emptyList = values.isEmpty();
+            if (!paintable && !emptyList) {
+                QVERIFY2(id == -1, qPrintable(QString("ROI code %1").arg(code)));
+                QCOMPARE(layer->shapes().size(), before);
+                continue;
+            }
+            QVERIFY2(id >= 0 || emptyList, qPrintable(QString("ROI code %1").arg(code)));
+            if (id < 0)
+                continue;
             VorROI back;
-            QCOMPARE(s.active()->GetROIShape(id, &back), 0L);
+            QCOMPARE(layer->GetROIShape(id, &back), 0L);
             VorOverlay asOverlay;
-            QCOMPARE(s.active()->GetOverlay(id, &asOverlay), 0L);
+            QCOMPARE(layer->GetOverlay(id, &asOverlay), 0L);
         }
     }
     for (int code = VorOverlay::OV_POINT; code <= VorOverlay::OV_IRREGULAR; ++code) {
         for (const Params& values : {bad, Params{}}) {
             VorOverlay ov = makeOverlay(code, values);
             ov.SetPen(long(1e12), -1, 7, long(-5));
-            const long id = s.active()->DrawOverlay(ov, false);
-            QVERIFY2(id >= 0, qPrintable(QString("overlay code %1").arg(code)));
+            const int before = layer->shapes().size();
+            const long id = layer->DrawOverlay(ov, false);
+            const bool emptyList = values.isEmpty();
+            if (!paintable && !emptyList) {
+                QVERIFY2(id == -1, qPrintable(QString("overlay code %1").arg(code)));
+                QCOMPARE(layer->shapes().size(), before);
+                continue;
+            }
+            QVERIFY2(id >= 0 || emptyList, qPrintable(QString("overlay code %1").arg(code)));
+            if (id < 0)
+                continue;
             VorOverlay back;
-            QCOMPARE(s.active()->GetOverlay(id, &back), 0L);
+            QCOMPARE(layer->GetOverlay(id, &back), 0L);
             VorROI asROI;
-            QCOMPARE(s.active()->GetROIShape(id, &asROI), 0L);
+            QCOMPARE(layer->GetROIShape(id, &asROI), 0L);
         }
     }
-    s.active()->Update();
-    s.scene.setScale(2.0);
-    s.active()->Update();
+    layer->Update();
+    layer->Show(true);
+    // Painted at zoom 4 with every shape selected: nothing breaks the painting.
+    for (ODShape* shape : layer->shapes())
+        layer->addSelectedShape(shape);
+    layer->Show(true);
+    const QImage painted = Kit::grabViewport(w.view());
+    QVERIFY(!painted.isNull());
+    Kit::forgetCurrentShape();
 }
 
 void tst_DisplayROI::eachKindIsPaintedInItsColours_data()
