@@ -113,6 +113,8 @@ private slots:
     void regionsArePaintedInTheirColours();
     void textIsPaintedInItsPen_data();
     void textIsPaintedInItsPen();
+    void textFontOutOfRangeKeepsWhatAFontCanTake();
+    void emptyRegionsAreTakenAndShowNothing();
 };
 
 void tst_DisplayROI::zCounterStartsAtTheLayersBand()
@@ -683,6 +685,52 @@ void tst_DisplayROI::textIsPaintedInItsPen()
     QCOMPARE(countPenPixels(grab, grab.rect(), kOverlayBlue), countPenPixels(grab, box.adjusted(-1, -1, 1, 1), kOverlayBlue));
     KIT_COMPARE_COLOUR(grab.pixel(w.view()->mapFromScene(QPointF(95, 90))), qRgb(PictureWindow::kGrey,
                        PictureWindow::kGrey, PictureWindow::kGrey), kChannelTolerance);
+}
+
+// A weight above the heaviest is held at it, a size of no points leaves the
+// font's own size.
+void tst_DisplayROI::textFontOutOfRangeKeepsWhatAFontCanTake()
+{
+    LayerScene s;
+    VorFont font("Sans", 0);
+    font.weight = 500;
+    VorOverlay ov;
+    ov.GenText(VorPoint(1, 2), "x", font);
+    const long id = s.active()->DrawOverlay(ov, false);
+    QVERIFY(id >= 0);
+    QCOMPARE(s.active()->texts().size(), 1);
+    const QFont shown = s.active()->texts().first()->GetFont();
+    QCOMPARE(shown.weight(), 99);
+    QVERIFY(shown.pointSize() > 0);
+
+    font.size = -4;
+    font.weight = -3;
+    VorOverlay negative;
+    negative.GenText(VorPoint(1, 2), "y", font);
+    QVERIFY(s.active()->DrawOverlay(negative, false) >= 0);
+    QCOMPARE(s.active()->texts().last()->GetFont().weight(), 0);
+    QVERIFY(s.active()->texts().last()->GetFont().pointSize() > 0);
+}
+
+// An empty mask or region still makes the layer's region, which shows no pixel.
+void tst_DisplayROI::emptyRegionsAreTakenAndShowNothing()
+{
+    LayerScene s;
+    VorROI roi;
+    roi.GenMask(VorImage());
+    const long maskId = s.active()->DrawROI(roi, false);
+    QVERIFY(maskId >= 0);
+    QVERIFY(s.active()->region());
+    QCOMPARE(s.active()->region()->GetID(), maskId);
+    QVERIFY(s.active()->region()->item()->boundingRect().isEmpty());
+
+    VorOverlay ov;
+    ov.GenRegion(VorRegion());
+    const long regionId = s.active()->DrawOverlay(ov, false);
+    QVERIFY(regionId >= 0);
+    QCOMPARE(s.active()->region()->GetID(), regionId);
+    QVERIFY(s.active()->region()->item()->boundingRect().isEmpty());
+    QVERIFY(s.active()->shapes().isEmpty());
 }
 
 QTEST_MAIN(tst_DisplayROI)

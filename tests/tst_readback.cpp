@@ -592,8 +592,9 @@ void tst_ReadBack::regionOverlayNeverReadsBack()
 // write nothing, unknown ids -1.
 void tst_ReadBack::imageReadsBackThePictureItShows()
 {
-    LookScene s;
+    // The shape keeps a pointer to the picture, which outlives it.
     VorImage picture(cv::Mat(10, 20, CV_8UC1, cv::Scalar(77)));
+    LookScene s;
     VorPoint topLeft(5, 6);
     const long zBefore = s.active()->zValue();
     const long id = s.active()->DrawImage(picture, topLeft);

@@ -286,8 +286,9 @@ void tst_ShapeOperator::imageCreatorPlacesThePictureAtItsOwnSize_data()
 void tst_ShapeOperator::imageCreatorPlacesThePictureAtItsOwnSize()
 {
     QFETCH(bool, staticMode);
-    LayerScene s;
+    // The shape keeps a pointer to the picture, which outlives it.
     VorImage picture(cv::Mat(10, 20, CV_8UC1, cv::Scalar(90)));
+    LayerScene s;
     VorPoint topLeft(5.5, 6);
     const long nextId = ODShape::s_ID;
     s.scene.setIsStaticOverlay(staticMode);
