@@ -5,11 +5,14 @@
 #include "imagectrlscene.h"
 #include "numericguards.h"
 #include "odshape.h"
+#include "odimage.h"
 #include "oditemregion.h"
 #include "odtext.h"
 #include "shapeconversion.h"
 #include "shapeoperator.h"
 
+#include "VorFont.h"
+#include "VorImage.h"
 #include "VorOverlay.h"
 #include "VorOverlayPath.h"
 
@@ -61,6 +64,9 @@ long ShaperLayer::DrawROI(VorROI& roi, bool checkImage)
     long id = -1;
     if (ShapeConversion::roiRowOfMode(mode))
         id = drawROIOfMode(mode);
+    // A mask ROI reads back as it came in, under the id of its region.
+    if (mode == DM_MASK && id != -1)
+        m_maskROIs.insert(id, roi);
     Update();
     return id;
 }
@@ -84,6 +90,7 @@ long ShaperLayer::DrawROIPolygon() { return drawROIOfMode(DM_POLYGON); }
 long ShaperLayer::DrawROIAnyLine() { return drawROIOfMode(DM_ANYLINE); }
 long ShaperLayer::DrawROITourse() { return drawROIOfMode(DM_ANNULAR); }
 long ShaperLayer::DrawROIArc() { return drawROIOfMode(DM_ARC); }
+long ShaperLayer::DrawROIMask() { return drawROIOfMode(DM_MASK); }
 
 // Unlike DrawROI no walk over the layer follows: the new shape has shown itself.
 long ShaperLayer::DrawOverlay(VorOverlay& overlay, bool checkImage)
@@ -103,6 +110,8 @@ long ShaperLayer::drawOverlayByType(VorOverlay& overlay)
     m_shapeOperator->UpdateData();
     if (ShapeConversion::hasOverlayRoutine(mode))
         return drawOverlayOfMode(mode, overlay);
+    if (ShapeConversion::overlayRowByCode(overlay.OverlayType()))
+        return drawOverlayOfCode(overlay.OverlayType(), overlay);
     return -1;
 }
 
@@ -128,6 +137,26 @@ long ShaperLayer::DrawOverlayAnyLine(VorOverlay& overlay) { return drawOverlayOf
 long ShaperLayer::DrawOverlayAnyClosedLine(VorOverlay& overlay) { return drawOverlayOfMode(DM_ANYCLOSELINE, overlay); }
 long ShaperLayer::DrawOverlayTourse(VorOverlay& overlay) { return drawOverlayOfMode(DM_ANNULAR, overlay); }
 long ShaperLayer::DrawOverlayArc(VorOverlay& overlay) { return drawOverlayOfMode(DM_ARC, overlay); }
+long ShaperLayer::DrawOverlayText(VorOverlay& overlay) { return drawOverlayOfCode(VorOverlay::OV_TEXT, overlay); }
+long ShaperLayer::DrawOverlayRegion(VorOverlay& overlay) { return drawOverlayOfCode(VorOverlay::OV_REGION, overlay); }
+
+long ShaperLayer::drawOverlayOfCode(int code, VorOverlay& overlay)
+{
+    ++m_zValue;
+    const ShapeConversion::OverlayRow* row = ShapeConversion::overlayRowByCode(code);
+    if (!row || overlay.OverlayType() != code)
+        return -1;
+    const ShapeLook look = ShapeConversion::overlayLook(sceneLook(), overlay);
+    return row->draw(overlay, *m_shapeOperator, m_zValue, look);
+}
+
+long ShaperLayer::DrawImage(VorImage& image, VorPoint& point)
+{
+    ++m_zValue;
+    m_shapeOperator->UpdateData();
+    const ShapeLook look = sceneLook();
+    return m_shapeOperator->DrawImage(image, point, m_zValue, look.pen, look.brush, look.width);
+}
 
 long ShaperLayer::DrawOverlayPath(VorOverlayPath const& path, bool checkImage)
 {
@@ -171,7 +200,8 @@ long ShaperLayer::GetROIShape(long id, VorROI* roi)
     return -1;
 }
 
-// The region is not looked at, so a region overlay reads back as unknown.
+// A text reads back without colours, its text in UTF-8. The region is not
+// looked at, so a region overlay reads back as unknown.
 long ShaperLayer::GetOverlay(long long id, VorOverlay* overlay)
 {
     if (ODShape* shape = shapeById(long(id))) {
@@ -179,7 +209,35 @@ long ShaperLayer::GetOverlay(long long id, VorOverlay* overlay)
             TypeOverlayConversion(shape, *overlay);
         return 0;
     }
+    if (ODText* text = textById(long(id))) {
+        if (overlay)
+            textToOverlay(*text, overlay);
+        return 0;
+    }
     return -1;
+}
+
+void ShaperLayer::textToOverlay(const ODText& text, VorOverlay* overlay)
+{
+    const QFont qfont = text.GetFont();
+    VorFont font(qfont.family().toUtf8().constData(), qfont.pointSize());
+    font.strikeOut = qfont.strikeOut();
+    font.underline = qfont.underline();
+    font.weight = qfont.weight();
+    font.italic = qfont.italic();
+    const QPointF pos = text.Pos();
+    overlay->GenText(VorPoint(pos.x(), pos.y()), text.Text().toUtf8().constData(), font);
+}
+
+long ShaperLayer::GetImage(long id, VorImage* image)
+{
+    ODShape* shape = shapeById(id);
+    if (!shape)
+        return -1;
+    auto* picture = dynamic_cast<ODImage*>(shape);
+    if (picture && picture->image() && image)
+        *image = *picture->image();
+    return 0;
 }
 
 long ShaperLayer::GetStaticOverlay(long long id, VorOverlay* overlay)

@@ -11,7 +11,9 @@
 class ODItemRegion;
 class ODText;
 class VorOverlay;
+class VorImage;
 class VorOverlayPath;
+class VorPoint;
 struct ShapeLook;
 
 // A layer of live shapes in the scene. The scene makes two with index 0, the
@@ -48,6 +50,10 @@ public:
     // counter; while the image layer shows a data-model picture, only over a
     // valid one.
     long DrawStaticOverlay(VorOverlay& overlay);
+    // The picture as a shape with its top left at point (scene coordinates),
+    // in the window's look, with the next z value; the picture is not checked
+    // and must outlive the shape.
+    long DrawImage(VorImage& image, VorPoint& point);
 
     // The routines of DrawROI, one a kind, on the ROI of the call under way.
     // Each takes the next z value, then refuses (-1) a ROI of another type.
@@ -61,6 +67,9 @@ public:
     long DrawROIAnyLine();
     long DrawROITourse();
     long DrawROIArc();
+    // The mask as the layer's region, replacing the one held, in the
+    // window's brush colour.
+    long DrawROIMask();
 
     // The routines of DrawOverlay. Each takes the next z value, then refuses
     // (-1) an overlay of a type it does not draw.
@@ -76,6 +85,11 @@ public:
     long DrawOverlayAnyClosedLine(VorOverlay& overlay);
     long DrawOverlayTourse(VorOverlay& overlay);
     long DrawOverlayArc(VorOverlay& overlay);
+    // A text in its own pen or the window's, with its own font.
+    long DrawOverlayText(VorOverlay& overlay);
+    // The layer's region, replacing the one held, in the overlay's own brush
+    // or else opaque green.
+    long DrawOverlayRegion(VorOverlay& overlay);
 
     // 0 and the shape's parameters as a ROI when the id is this layer's
     // (a mask ROI comes back as it went in), -1 otherwise. A shape without a
@@ -91,6 +105,9 @@ public:
     // mode without that form, or a shape without parameters.
     bool TypeOverlayConversion(ODShape* shape, VorOverlay& overlay);
     bool TypeROIConversion(ODShape* shape, VorROI* roi);
+    // 0 when the id is a shape of this layer, -1 otherwise; an image shape
+    // with a picture writes it to image (which then shares its pixels).
+    long GetImage(long id, VorImage* image);
 
     // Hides or shows the shape of that id (0); a shown shape does not get its
     // handles back. -1 for any other id.
@@ -130,6 +147,10 @@ private:
     // takes its type.
     long drawOverlayOfMode(DrawMode mode, VorOverlay& overlay);
     long drawOverlayByType(VorOverlay& overlay);
+    // Takes the next z value, then draws the overlay by the row of a code
+    // without a draw mode, if the overlay has that code.
+    long drawOverlayOfCode(int code, VorOverlay& overlay);
+    static void textToOverlay(const ODText& text, VorOverlay* overlay);
 
     // The ROI of the DrawROI call under way; not cleared afterwards.
     // The text of that id in this layer, or null.

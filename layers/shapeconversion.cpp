@@ -6,6 +6,7 @@
 #include "odarc.h"
 #include "odcircle.h"
 #include "odellipse.h"
+#include "odimage.h"
 #include "odpoint.h"
 #include "odpointlistshape.h"
 #include "odrect1.h"
@@ -15,7 +16,15 @@
 
 #include "IVorOverlay.h"
 #include "VorOverlay.h"
+#include "VORMV.h"
+#include "VorFont.h"
+#include "VorImage.h"
 #include "VorROI.h"
+#include "VorRegion.h"
+#include "VorVar.h"
+
+#include <QFont>
+#include <QString>
 
 #include <QtGlobal>
 
@@ -31,6 +40,11 @@ constexpr double kDegenerateRectWidening = 0.01;
 // What every read-back output holds before the shape writes it.
 constexpr double kUnreadValue = -1.0;
 constexpr int kUnreadCount = -1;
+// The heaviest weight a font takes.
+constexpr int kMaximumFontWeight = 99;
+constexpr int kOpaque = 255;
+// The colour of a region overlay that brings no brush of its own.
+const QColor kDefaultRegionColour(0, 255, 0, 255);
 
 // The flat x0, y0, x1, y1, ... form that the point-list creators take.
 QVector<double> flatten(const VorPointArray& points)
@@ -129,6 +143,15 @@ long drawROIArc(const VorROI& roi, ShapeOperator& op, long z, const ShapeLook& l
     double r = 0, start = 0, end = 0;
     roi.GetArc(&c, &r, &start, &end);
     return op.DrawArc(c.x, c.y, r, start, end, z, look.pen, look.brush, look.width);
+}
+
+// The mask becomes the layer's region in the four channels of the brush.
+long drawROIMask(const VorROI& roi, ShapeOperator& op, long, const ShapeLook& look)
+{
+    VorROI mask = roi;
+    VorImage image;
+    VORMV::VorROIToBinImage(&image, mask);
+    return op.DrawRegion(image, 0, look.brush.red(), look.brush.green(), look.brush.blue(), look.brush.alpha());
 }
 
 // ---- overlay to shape ------------------------------------------------------
@@ -254,6 +277,49 @@ long drawOverlayArc(VorOverlay& ov, ShapeOperator& op, long z, const ShapeLook& 
     return op.DrawArc(c.x, c.y, r, start, end, z, look.pen, look.brush, look.width);
 }
 
+// The font is built in a fixed order from the data model's font; the text is
+// taken in the local eight-bit encoding. Pen colour only: texts have no brush.
+long drawOverlayText(VorOverlay& ov, ShapeOperator& op, long z, const ShapeLook& look)
+{
+    VorPoint p;
+    VorVar text;
+    VorFont vorFont;
+    if (!ov.GetText(&p, &text, &vorFont))
+        return -1;
+    QFont font(QString(vorFont.S()), -1, -1, false);
+    font.setStrikeOut(vorFont.strikeOut != 0);
+    font.setUnderline(vorFont.underline != 0);
+    font.setWeight(qBound(0, vorFont.weight, kMaximumFontWeight));
+    font.setItalic(vorFont.italic != 0);
+    if (vorFont.size > 0)
+        font.setPointSize(vorFont.size);
+    return op.DrawText(p.x, p.y, QString::fromLocal8Bit(text.S()), font, z, look.pen, look.brush, look.width);
+}
+
+// A region does not follow the window's look: its own pen and brush go to the
+// operator, and it is coloured by its own brush or else opaque green.
+long drawOverlayRegion(VorOverlay& ov, ShapeOperator& op, long, const ShapeLook&)
+{
+    VorRegion region;
+    if (!ov.GetRegion(&region))
+        return -1;
+    const IVorOverlay* drawing = ov.GetIVorOverlay();
+    if (drawing->isRedrawPen()) {
+        long r = 0, g = 0, b = 0, width = 0;
+        drawing->GetPen(&r, &g, &b, &width);
+        op.SetPen(QColor(r & 0xff, g & 0xff, b & 0xff, kOpaque), int(width));
+    }
+    long r = kDefaultRegionColour.red(), g = kDefaultRegionColour.green();
+    long b = kDefaultRegionColour.blue(), a = kDefaultRegionColour.alpha();
+    if (drawing->isRedrawBrush()) {
+        drawing->GetBrush(&r, &g, &b, &a);
+        op.SetBrush(QColor(r & 0xff, g & 0xff, b & 0xff, a & 0xff));
+    }
+    VorImage image;
+    VORMV::VorRegionToBinImage(&image, region);
+    return op.DrawRegion(image, 0, r, g, b, a);
+}
+
 // ---- shape to ROI ----------------------------------------------------------
 
 bool PointROIConversion(ODShape* shape, VorROI* roi)
@@ -274,12 +340,21 @@ bool LineROIConversion(ODShape* shape, VorROI* roi)
     return true;
 }
 
+// The corners of a shape of the plain rectangle's mode: a rectangle, or a
+// placed picture, which shares the mode and has no search lines.
+bool readRect1(ODShape* shape, double* x1, double* y1, double* x2, double* y2, int* dir, int* count)
+{
+    if (auto* picture = dynamic_cast<ODImage*>(shape))
+        return picture->GetParam(x1, y1, x2, y2);
+    return static_cast<ODRect1*>(shape)->GetParam(x1, y1, x2, y2, dir, count);
+}
+
 // A degenerate rectangle is made a hair wide rather than refused.
 bool RectROIConversion(ODShape* shape, VorROI* roi)
 {
     double x1 = kUnreadValue, y1 = kUnreadValue, x2 = kUnreadValue, y2 = kUnreadValue;
     int dir = kUnreadCount, count = kUnreadCount;
-    if (!static_cast<ODRect1*>(shape)->GetParam(&x1, &y1, &x2, &y2, &dir, &count))
+    if (!readRect1(shape, &x1, &y1, &x2, &y2, &dir, &count))
         return false;
     if (x1 == x2)
         x2 = x1 + kDegenerateRectWidening;
@@ -417,7 +492,7 @@ bool RectOverlayConversion(ODShape* shape, VorOverlay* overlay)
 {
     double x1 = kUnreadValue, y1 = kUnreadValue, x2 = kUnreadValue, y2 = kUnreadValue;
     int dir = kUnreadCount, count = kUnreadCount;
-    if (!static_cast<ODRect1*>(shape)->GetParam(&x1, &y1, &x2, &y2, &dir, &count))
+    if (!readRect1(shape, &x1, &y1, &x2, &y2, &dir, &count))
         return false;
     copyColours(shape, overlay);
     const int dx = TruncateToInt(x2 - x1);
@@ -540,6 +615,8 @@ const QVector<ShapeConversion::ROIRow>& ShapeConversion::roiRows()
         {VorROI::ROI_ELLIPSE, DM_ELLIPSE, &drawROIEllipse, &EllipseROIConversion},
         {VorROI::ROI_ARC, DM_ARC, &drawROIArc, &ArcROIConversion},
         {VorROI::ROI_POINT, DM_POINT, &drawROIPoint, &PointROIConversion},
+        // Read back from the copy the layer keeps, not from the region.
+        {VorROI::ROI_MASK, DM_MASK, &drawROIMask, nullptr},
     };
     return rows;
 }
@@ -563,6 +640,10 @@ const QVector<ShapeConversion::OverlayRow>& ShapeConversion::overlayRows()
         {VorOverlay::OV_SPOKETORUS, DM_ANNULAR, DM_ANNULAR, &drawOverlaySpokeTourse, nullptr},
         {VorOverlay::OV_ARC, DM_ARC, DM_ARC, &drawOverlayArc, &ArcOverlayConversion},
         {VorOverlay::OV_IRREGULAR, DM_ANYLINE, DM_ANYLINE, &drawOverlayAnyLine, &AnylineOverlayConversion},
+        // Without a draw mode: told by their codes, kept by the layer beside
+        // its shapes, the text read back by the layer, the region never.
+        {VorOverlay::OV_TEXT, s_byCode, s_byCode, &drawOverlayText, nullptr},
+        {VorOverlay::OV_REGION, s_byCode, s_byCode, &drawOverlayRegion, nullptr},
     };
     return rows;
 }
@@ -578,6 +659,8 @@ const ShapeConversion::ROIRow* ShapeConversion::roiRowOfMode(DrawMode mode)
 
 bool ShapeConversion::hasOverlayRoutine(DrawMode mode)
 {
+    if (mode == s_byCode)
+        return false;
     for (const OverlayRow& row : overlayRows()) {
         if (row.mode == mode)
             return true;
@@ -594,12 +677,17 @@ const ShapeConversion::OverlayRow* ShapeConversion::overlayRow(DrawMode mode, in
     return nullptr;
 }
 
+const ShapeConversion::OverlayRow* ShapeConversion::overlayRowByCode(int code)
+{
+    return overlayRow(s_byCode, code);
+}
+
 bool ShapeConversion::toROI(ODShape* shape, VorROI* roi)
 {
     if (!shape || !roi)
         return false;
     const ROIRow* row = roiRowOfMode(shape->GetDrawMode());
-    return row && row->read(shape, roi);
+    return row && row->read && row->read(shape, roi);
 }
 
 bool ShapeConversion::toOverlay(ODShape* shape, VorOverlay* overlay)

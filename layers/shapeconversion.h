@@ -27,7 +27,8 @@ struct KESIMAGEWND_TESTS_EXPORT ShapeLook
 // shape's parameters become data again. Values cross unchanged in scene
 // coordinates (image pixels); the exceptions (angles brought into range, the
 // negated sweep of a torus, the guards of degenerate rectangles) live in the
-// rows. Text, region and mask codes are kept by the layer, which owns them.
+// rows. Texts, the region and the copies of mask ROIs are kept by the layer,
+// which reads them back itself.
 class KESIMAGEWND_TESTS_EXPORT ShapeConversion
 {
 public:
@@ -54,6 +55,10 @@ public:
                              // where an earlier row of that shape mode reads it
     };
 
+    // The mode of the rows that no mode reaches, told by their codes alone:
+    // text and region overlays.
+    static constexpr DrawMode s_byCode = DM_SELECT;
+
     static const QVector<ROIRow>& roiRows();
     static const QVector<OverlayRow>& overlayRows();
 
@@ -64,6 +69,8 @@ public:
     // The row that the routine of mode accepts for code; null when it refuses
     // the code.
     static const OverlayRow* overlayRow(DrawMode mode, int code);
+    // The row of a code without a draw mode (text, region); null for others.
+    static const OverlayRow* overlayRowByCode(int code);
 
     // A shape's parameters as a ROI, chosen by the shape's mode; false for a
     // null shape, a mode without a ROI form, or a shape without parameters.

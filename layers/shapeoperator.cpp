@@ -9,11 +9,17 @@
 #include "odarrowline.h"
 #include "odcircle.h"
 #include "odellipse.h"
+#include "odimage.h"
+#include "oditemregion.h"
 #include "odline.h"
 #include "odpoint.h"
 #include "odpolygon.h"
 #include "odrect1.h"
 #include "odrect2.h"
+#include "odtext.h"
+
+#include "VorImage.h"
+#include "VorPoint.h"
 
 #include <algorithm>
 #include <cmath>
@@ -54,10 +60,14 @@ void ShapeOperator::dress(ODShape* shape, const QColor& pen, const QColor& brush
     shape->SetBrushColor(brush);
 }
 
+ShaperLayer* ShapeOperator::targetLayer() const
+{
+    return m_scene->isStaticOverlay() ? m_scene->GetStaticActiveLayer() : m_scene->GetActiveLayer();
+}
+
 long ShapeOperator::deliver(ODShape* shape) const
 {
-    ShaperLayer* layer = m_scene->isStaticOverlay() ? m_scene->GetStaticActiveLayer() : m_scene->GetActiveLayer();
-    layer->addShape(shape);
+    targetLayer()->addShape(shape);
     shape->ShowShape();
     return shape->GetShapeID();
 }
@@ -255,4 +265,43 @@ long ShapeOperator::DrawArc(double x, double y, double r, double start, double e
     shape->SetCircle(x, y, r, start, end);
     shape->setZValue(z);
     return deliver(shape);
+}
+
+long ShapeOperator::DrawImage(VorImage& image, VorPoint& point, long z, QColor pen, QColor brush, int width)
+{
+    auto* shape = new ODImage(m_scene);
+    dress(shape, pen, brush, width);
+    const double right = point.x + double(image.Width());
+    const double bottom = point.y + double(image.Height());
+    shape->SetRect(float(point.x), float(point.y), float(right), float(bottom));
+    shape->setImage(&image);
+    shape->setZValue(z);
+    return deliver(shape);
+}
+
+long ShapeOperator::DrawText(double x, double y, QString text, QFont font, long z, QColor pen, QColor, int)
+{
+    auto* item = new ODText(m_scene);
+    item->SetOffset(m_offsetX, m_offsetY);
+    item->SetScale(m_scale);
+    item->SetColor(pen);
+    item->SetPos(QPointF(x, y));
+    item->SetText(text);
+    item->SetFont(font);
+    item->setZValue(z);
+    targetLayer()->AddText(item);
+    item->ShowText();
+    return item->GetID();
+}
+
+// Regions lie under all shapes, whatever the layer's z counter.
+long ShapeOperator::DrawRegion(VorImage& image, long, long red, long green, long blue, long alpha)
+{
+    auto* region = new ODItemRegion(m_scene);
+    region->LoadVorRegion(&image);
+    region->setZValue(s_regionZValue);
+    targetLayer()->AddRegion(region);
+    region->Update(uchar(red & 0xff), uchar(green & 0xff), uchar(blue & 0xff), uchar(alpha & 0xff));
+    region->show();
+    return region->GetID();
 }

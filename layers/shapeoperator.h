@@ -9,6 +9,11 @@
 
 class ImageCtrlScene;
 class ODShape;
+class ShaperLayer;
+class QFont;
+class QString;
+class VorImage;
+class VorPoint;
 
 // The factory of the layers: one call builds one shape from plain numbers in
 // scene coordinates (image pixels, y down), gives it the colours, width and z
@@ -20,6 +25,9 @@ class ODShape;
 class KESIMAGEWND_TESTS_EXPORT ShapeOperator
 {
 public:
+    // The z value of every region: under all shapes.
+    static constexpr long s_regionZValue = -1;
+
     explicit ShapeOperator(ImageCtrlScene* scene);
 
     ShapeOperator(const ShapeOperator&) = delete;
@@ -66,12 +74,24 @@ public:
     long DrawAnnular(double x, double y, double r1, double r2, double angle, double sweep,
                      SEARCHLINEDIRECTION direction, int count, long z, QColor pen, QColor brush, int width);
     long DrawArc(double x, double y, double r, double start, double end, long z, QColor pen, QColor brush, int width);
+    // The picture with its top left at point, its size the picture's own. The
+    // shape keeps a pointer to image, which must outlive it.
+    long DrawImage(VorImage& image, VorPoint& point, long z, QColor pen, QColor brush, int width);
+    // A text at (x, y) in the pen's colour; brush and width are not used. The
+    // text goes to the target layer's texts; its id.
+    long DrawText(double x, double y, QString text, QFont font, long z, QColor pen, QColor brush, int width);
+    // The mask as the layer's one region, replacing the one it held, coloured
+    // with the low bytes of red, green, blue and alpha, under every shape
+    // (z value -1). The second argument is not used.
+    long DrawRegion(VorImage& image, long, long red, long green, long blue, long alpha);
 
 private:
     // The first common steps: offset, scale, pen, width, brush.
     void dress(ODShape* shape, const QColor& pen, const QColor& brush, int width) const;
     // The last common steps: into the target layer, shown; the new id.
     long deliver(ODShape* shape) const;
+    // The static layer while the scene is in static-overlay mode, else the active one.
+    ShaperLayer* targetLayer() const;
 
     ImageCtrlScene* m_scene;
     float m_offsetX;

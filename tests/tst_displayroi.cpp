@@ -4,18 +4,23 @@
 // every shape at the scene's scale, and the pixels of each kind on screen.
 
 #include "testkit.h"
+#include "kitregions.h"
 #include "kitshapedata.h"
 
 #include "ImageLayer.h"
 #include "ShapeLayer.h"
 #include "imagectrlscene.h"
+#include "oditemregion.h"
+#include "odtext.h"
 #include "odannular.h"
 #include "shapeoperator.h"
 
+#include "VorFont.h"
 #include "VorImage.h"
 #include "VorOverlay.h"
 #include "VorOverlayPath.h"
 #include "VorROI.h"
+#include "VorRegion.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -104,6 +109,12 @@ private slots:
 
     void eachKindIsPaintedInItsColours_data();
     void eachKindIsPaintedInItsColours();
+    void regionsArePaintedInTheirColours_data();
+    void regionsArePaintedInTheirColours();
+    void textIsPaintedInItsPen_data();
+    void textIsPaintedInItsPen();
+    void textFontOutOfRangeKeepsWhatAFontCanTake();
+    void emptyRegionsAreTakenAndShowNothing();
 };
 
 void tst_DisplayROI::zCounterStartsAtTheLayersBand()
@@ -612,6 +623,144 @@ void tst_DisplayROI::eachKindIsPaintedInItsColours()
     // Away from the shape the picture shows through.
     KIT_COMPARE_COLOUR(grab.pixel(w.view()->mapFromScene(QPointF(95, 90))), qRgb(PictureWindow::kGrey,
                        PictureWindow::kGrey, PictureWindow::kGrey), kChannelTolerance);
+}
+
+// How a region comes in: a mask ROI, or a region overlay with or without
+// its own brush.
+enum class RegionSource { MaskROI, OverlayOwnBrush, OverlayNoBrush };
+
+void tst_DisplayROI::regionsArePaintedInTheirColours_data()
+{
+    QTest::addColumn<int>("source");
+    QTest::addColumn<double>("zoom");
+    QTest::addColumn<QColor>("colour");
+    const QColor sceneBrush(0, 160, 0, 255);
+    const QColor ownBrush(200, 30, 0, 255);
+    const QColor green(0, 255, 0, 255);
+    for (double zoom : {1.0, 4.0}) {
+        const QString at = QString(" at zoom %1").arg(zoom);
+        QTest::newRow(qPrintable("mask ROI in the window's brush" + at))
+            << int(RegionSource::MaskROI) << zoom << sceneBrush;
+        QTest::newRow(qPrintable("region overlay in its own brush" + at))
+            << int(RegionSource::OverlayOwnBrush) << zoom << ownBrush;
+        QTest::newRow(qPrintable("region overlay without a brush, opaque green" + at))
+            << int(RegionSource::OverlayNoBrush) << zoom << green;
+    }
+}
+
+void tst_DisplayROI::regionsArePaintedInTheirColours()
+{
+    QFETCH(int, source);
+    QFETCH(double, zoom);
+    QFETCH(QColor, colour);
+
+    PictureWindow w(zoom);
+    w.scene()->setBrushColor(QColor(0, 160, 0, 255));
+    const VorImage mask = blockMask(QSize(200, 150), QRect(10, 12, 20, 15));
+    long id = -1;
+    if (RegionSource(source) == RegionSource::MaskROI) {
+        VorROI roi;
+        roi.GenMask(mask);
+        id = w.active()->DrawROI(roi, w.imageLayer()->isVorImg());
+    } else {
+        VorOverlay ov;
+        ov.GenRegion(VorRegion(mask));
+        if (RegionSource(source) == RegionSource::OverlayOwnBrush)
+            ov.SetBrush(colour.red(), colour.green(), colour.blue(), colour.alpha());
+        id = w.active()->DrawOverlay(ov, w.imageLayer()->isVorImg());
+    }
+    QVERIFY(id >= 0);
+    QVERIFY(w.active()->region());
+    QCOMPARE(w.active()->region()->GetID(), id);
+    flushPaints();
+
+    const QImage grab = w.grabViewport();
+    if (QDir("/tmp/layer").exists())
+        grab.save(QString("/tmp/layer/%1.png").arg(QString(QTest::currentDataTag()).replace(' ', '_')));
+    const QRgb grey = qRgb(PictureWindow::kGrey, PictureWindow::kGrey, PictureWindow::kGrey);
+    for (const QPointF& inside : {QPointF(10.5, 12.5), QPointF(20.5, 20.5), QPointF(29.5, 26.5)})
+        KIT_COMPARE_COLOUR(grabbedAt(grab, w.view(), inside), colour.rgb(), kChannelTolerance);
+    for (const QPointF& outside : {QPointF(9.5, 12.5), QPointF(30.5, 20.5), QPointF(20.5, 27.5)})
+        KIT_COMPARE_COLOUR(grabbedAt(grab, w.view(), outside), grey, kChannelTolerance);
+}
+
+void tst_DisplayROI::textIsPaintedInItsPen_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::newRow("zoom 1") << 1.0;
+    QTest::newRow("zoom 4") << 4.0;
+}
+
+// The text shows in the overlay's pen within the text's own box, and the
+// picture shows around it.
+void tst_DisplayROI::textIsPaintedInItsPen()
+{
+    QFETCH(double, zoom);
+    PictureWindow w(zoom);
+    VorOverlay ov;
+    ov.GenText(VorPoint(12, 10), "WMW", VorFont("Sans", 12));
+    ov.SetPen(kOverlayBlue.red(), kOverlayBlue.green(), kOverlayBlue.blue(), 1);
+    const long id = w.active()->DrawOverlay(ov, w.imageLayer()->isVorImg());
+    QVERIFY(id >= 0);
+    QCOMPARE(w.active()->texts().size(), 1);
+    ODText* text = w.active()->texts().first();
+    flushPaints();
+
+    const QImage grab = w.grabViewport();
+    if (QDir("/tmp/layer").exists())
+        grab.save(QString("/tmp/layer/text_%1.png").arg(QString(QTest::currentDataTag()).replace(' ', '_')));
+    const QRect box = w.view()->mapFromScene(text->textItem()->sceneBoundingRect()).boundingRect();
+    QVERIFY(!box.isEmpty());
+    QVERIFY2(countPenPixels(grab, box, kOverlayBlue) > 10, qPrintable(QString("too few pen pixels in the text box")));
+    QCOMPARE(countPenPixels(grab, grab.rect(), kOverlayBlue), countPenPixels(grab, box.adjusted(-1, -1, 1, 1), kOverlayBlue));
+    KIT_COMPARE_COLOUR(grab.pixel(w.view()->mapFromScene(QPointF(95, 90))), qRgb(PictureWindow::kGrey,
+                       PictureWindow::kGrey, PictureWindow::kGrey), kChannelTolerance);
+}
+
+// A weight above the heaviest is held at it, a size of no points leaves the
+// font's own size.
+void tst_DisplayROI::textFontOutOfRangeKeepsWhatAFontCanTake()
+{
+    LayerScene s;
+    VorFont font("Sans", 0);
+    font.weight = 500;
+    VorOverlay ov;
+    ov.GenText(VorPoint(1, 2), "x", font);
+    const long id = s.active()->DrawOverlay(ov, false);
+    QVERIFY(id >= 0);
+    QCOMPARE(s.active()->texts().size(), 1);
+    const QFont shown = s.active()->texts().first()->GetFont();
+    QCOMPARE(shown.weight(), 99);
+    QVERIFY(shown.pointSize() > 0);
+
+    font.size = -4;
+    font.weight = -3;
+    VorOverlay negative;
+    negative.GenText(VorPoint(1, 2), "y", font);
+    QVERIFY(s.active()->DrawOverlay(negative, false) >= 0);
+    QCOMPARE(s.active()->texts().last()->GetFont().weight(), 0);
+    QVERIFY(s.active()->texts().last()->GetFont().pointSize() > 0);
+}
+
+// An empty mask or region still makes the layer's region, which shows no pixel.
+void tst_DisplayROI::emptyRegionsAreTakenAndShowNothing()
+{
+    LayerScene s;
+    VorROI roi;
+    roi.GenMask(VorImage());
+    const long maskId = s.active()->DrawROI(roi, false);
+    QVERIFY(maskId >= 0);
+    QVERIFY(s.active()->region());
+    QCOMPARE(s.active()->region()->GetID(), maskId);
+    QVERIFY(s.active()->region()->item()->boundingRect().isEmpty());
+
+    VorOverlay ov;
+    ov.GenRegion(VorRegion());
+    const long regionId = s.active()->DrawOverlay(ov, false);
+    QVERIFY(regionId >= 0);
+    QCOMPARE(s.active()->region()->GetID(), regionId);
+    QVERIFY(s.active()->region()->item()->boundingRect().isEmpty());
+    QVERIFY(s.active()->shapes().isEmpty());
 }
 
 QTEST_MAIN(tst_DisplayROI)

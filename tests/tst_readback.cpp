@@ -3,19 +3,26 @@
 // that are kept on purpose, and the calls by id on the shapes of a layer.
 
 #include "testkit.h"
+#include "kitregions.h"
 #include "kitshapedata.h"
 
 #include "HandleItem.h"
 #include "ShapeLayer.h"
 #include "imagectrlscene.h"
+#include "odimage.h"
+#include "oditemregion.h"
 #include "odrect1.h"
 #include "odselecttool.h"
 #include "odshapetoolmanage.h"
+#include "odtext.h"
 #include "shapeoperator.h"
 
 #include "IVorOverlay.h"
+#include "VorFont.h"
+#include "VorImage.h"
 #include "VorOverlay.h"
 #include "VorROI.h"
+#include "VorRegion.h"
 
 #include <QtTest>
 
@@ -99,6 +106,12 @@ private slots:
     void staticShapeIsFoundOnlyThroughTheStaticLayer();
     void editedShapeReadsBackItsNewParameters();
     void nullDataObjectsAreNotWritten();
+
+    void maskROIReadsBackAsItCameInUnderTheRegionsId();
+    void textOverlayReadsBackWithoutColoursAsUTF8_data();
+    void textOverlayReadsBackWithoutColoursAsUTF8();
+    void regionOverlayNeverReadsBack();
+    void imageReadsBackThePictureItShows();
 
     void hiddenShapeAnswersZeroAndShowsNothing();
     void shownAgainShapeComesBackWithoutHandles();
@@ -441,6 +454,179 @@ void tst_ReadBack::nullDataObjectsAreNotWritten()
     QCOMPARE(s.active()->GetROIShape(id, nullptr), 0L);
     QCOMPARE(s.active()->GetOverlay(id, nullptr), 0L);
     QCOMPARE(s.active()->GetROIShape(id + 1, nullptr), -1L);
+}
+
+// Code 11: the mask becomes the layer's region in the window's brush, and the
+// ROI comes back as it went in, under the region's id.
+void tst_ReadBack::maskROIReadsBackAsItCameInUnderTheRegionsId()
+{
+    LookScene s;
+    const VorImage mask = blockMask(QSize(40, 30), QRect(5, 6, 10, 8));
+    VorROI roi;
+    roi.GenMask(mask);
+    QCOMPARE(roi.ROIType(), int(VorROI::ROI_MASK));
+    const long zBefore = s.active()->zValue();
+
+    const long id = s.active()->DrawROI(roi, false);
+    QVERIFY(id >= 0);
+    QVERIFY(s.active()->shapes().isEmpty());
+    QCOMPARE(s.active()->zValue(), zBefore + 1);
+    ODItemRegion* region = s.active()->region();
+    QVERIFY(region);
+    QCOMPARE(region->GetID(), id);
+    QCOMPARE(region->item()->zValue(), -1.0);
+    const QImage shown = region->regionImage();
+    QCOMPARE(QColor::fromRgba(shown.pixel(7, 8)), kSceneBrush);
+    QCOMPARE(qAlpha(shown.pixel(2, 2)), 0);
+    QVERIFY(s.active()->maskROIs().contains(id));
+
+    VorROI readBack = untouchedROI();
+    QCOMPARE(s.active()->GetROIShape(id, &readBack), 0L);
+    QCOMPARE(readBack.ROIType(), int(VorROI::ROI_MASK));
+    VorImage back;
+    QVERIFY(readBack.GetMask(&back));
+    QCOMPARE(back.Width(), 40);
+    QCOMPARE(back.Height(), 30);
+    QCOMPARE(cv::countNonZero(back.Mat() != mask.Mat()), 0);
+
+    // A mask ROI has no overlay form.
+    VorOverlay overlay = untouchedOverlay();
+    QCOMPARE(s.active()->GetOverlay(id, &overlay), -1L);
+    QCOMPARE(overlay.OverlayType(), int(VorOverlay::OV_CIRCLE));
+}
+
+void tst_ReadBack::textOverlayReadsBackWithoutColoursAsUTF8_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("ownPen");
+    QTest::newRow("plain text in the window's pen") << QString("Lot 42") << false;
+    QTest::newRow("accented text in its own pen") << QString::fromUtf8("Gr\u00fc\u00dfe") << true;
+}
+
+// Code 16: a text decoded from the local eight-bit encoding, shown in the pen
+// of the overlay or the window, read back as UTF-8 with its font and no pen
+// or brush.
+void tst_ReadBack::textOverlayReadsBackWithoutColoursAsUTF8()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, ownPen);
+    const QByteArray bytes = text.toLocal8Bit();
+    const QString decoded = QString::fromLocal8Bit(bytes);
+    LookScene s;
+    VorFont font("Serif", 17);
+    font.weight = 75;
+    font.italic = 1;
+    font.underline = 1;
+    font.strikeOut = 0;
+    VorOverlay ov;
+    ov.GenText(VorPoint(30.5, 40.25), bytes.constData(), font);
+    if (ownPen)
+        ov.SetPen(1, 2, 3, 9);
+    const long zBefore = s.active()->zValue();
+
+    const long id = s.active()->DrawOverlay(ov, false);
+    QVERIFY(id >= 0);
+    QVERIFY(s.active()->shapes().isEmpty());
+    QCOMPARE(s.active()->texts().size(), 1);
+    ODText* shown = s.active()->texts().first();
+    QCOMPARE(shown->GetID(), id);
+    QCOMPARE(shown->Text(), decoded);
+    QCOMPARE(shown->Pos(), QPointF(30.5, 40.25));
+    QCOMPARE(shown->GetColor(), ownPen ? QColor(1, 2, 3, kScenePen.alpha()) : kScenePen);
+    QCOMPARE(shown->GetFont().family(), QString("Serif"));
+    QCOMPARE(shown->GetFont().pointSize(), 17);
+    QCOMPARE(shown->GetFont().weight(), 75);
+    QVERIFY(shown->GetFont().italic());
+    QVERIFY(shown->GetFont().underline());
+    QVERIFY(!shown->GetFont().strikeOut());
+    QVERIFY(shown->isOverlay());
+    QCOMPARE(s.active()->zValue(), zBefore + 1);
+    QCOMPARE(shown->textItem()->zValue(), double(zBefore + 1));
+
+    VorOverlay readBack;
+    QCOMPARE(s.active()->GetOverlay(id, &readBack), 0L);
+    QCOMPARE(readBack.OverlayType(), int(VorOverlay::OV_TEXT));
+    VorPoint pos;
+    VorVar backText;
+    VorFont backFont;
+    QVERIFY(readBack.GetText(&pos, &backText, &backFont));
+    QCOMPARE(pos.x, 30.5);
+    QCOMPARE(pos.y, 40.25);
+    QCOMPARE(QByteArray(backText.S()), decoded.toUtf8());
+    QCOMPARE(QByteArray(backFont.S()), QByteArray("Serif"));
+    QCOMPARE(backFont.size, 17);
+    QCOMPARE(backFont.weight, 75);
+    QCOMPARE(int(backFont.italic), 1);
+    QCOMPARE(int(backFont.underline), 1);
+    QCOMPARE(int(backFont.strikeOut), 0);
+    QVERIFY(!readBack.GetIVorOverlay()->isRedrawPen());
+    QVERIFY(!readBack.GetIVorOverlay()->isRedrawBrush());
+
+    // A text has no ROI form.
+    VorROI roi = untouchedROI();
+    QCOMPARE(s.active()->GetROIShape(id, &roi), -1L);
+    QCOMPARE(roi.ROIType(), int(VorROI::ROI_CIRCLE));
+}
+
+// Code 19: the region is shown but reads back as neither ROI nor overlay.
+void tst_ReadBack::regionOverlayNeverReadsBack()
+{
+    LookScene s;
+    VorOverlay ov;
+    ov.GenRegion(VorRegion(blockMask(QSize(40, 30), QRect(5, 6, 10, 8))));
+    const long id = s.active()->DrawOverlay(ov, false);
+    QVERIFY(id >= 0);
+    QVERIFY(s.active()->region());
+    QCOMPARE(s.active()->region()->GetID(), id);
+    QVERIFY(s.active()->shapes().isEmpty());
+
+    VorOverlay overlay = untouchedOverlay();
+    QCOMPARE(s.active()->GetOverlay(id, &overlay), -1L);
+    QCOMPARE(overlay.OverlayType(), int(VorOverlay::OV_CIRCLE));
+    VorROI roi = untouchedROI();
+    QCOMPARE(s.active()->GetROIShape(id, &roi), -1L);
+    QCOMPARE(roi.ROIType(), int(VorROI::ROI_CIRCLE));
+}
+
+// A picture placed as a shape comes back by id; other shapes answer 0 and
+// write nothing, unknown ids -1.
+void tst_ReadBack::imageReadsBackThePictureItShows()
+{
+    // The shape keeps a pointer to the picture, which outlives it.
+    VorImage picture(cv::Mat(10, 20, CV_8UC1, cv::Scalar(77)));
+    LookScene s;
+    VorPoint topLeft(5, 6);
+    const long zBefore = s.active()->zValue();
+    const long id = s.active()->DrawImage(picture, topLeft);
+    QVERIFY(id >= 0);
+    QCOMPARE(s.active()->zValue(), zBefore + 1);
+    QCOMPARE(s.active()->shapes().size(), 1);
+    auto* shape = dynamic_cast<ODImage*>(s.active()->shapes().first());
+    QVERIFY(shape);
+    double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+    QVERIFY(shape->GetParam(&x1, &y1, &x2, &y2));
+    QCOMPARE(Params({x1, y1, x2, y2}), Params({5, 6, 25, 16}));
+    QCOMPARE(shape->GetPenColor(), kScenePen);
+    QCOMPARE(shape->GetLineWidth(), float(kTruncatedWidth));
+
+    VorImage back;
+    QCOMPARE(s.active()->GetImage(id, &back), 0L);
+    QCOMPARE(back.Width(), 20);
+    QCOMPARE(back.Height(), 10);
+    QCOMPARE(int(back.ImageData()[0]), 77);
+    // The picture shares the plain rectangle's mode and reads back as one.
+    VorROI asROI = untouchedROI();
+    QCOMPARE(s.active()->GetROIShape(id, &asROI), 0L);
+    QCOMPARE(asROI.ROIType(), int(VorROI::ROI_RECT1));
+    KIT_COMPARE_NEAR(valuesOf(asROI), Params({5, 6, 25, 16}), kExact);
+
+    VorROI circle = makeROI(VorROI::ROI_CIRCLE, {100, 80, 40});
+    const long circleId = s.active()->DrawROI(circle, false);
+    VorImage untouched;
+    QCOMPARE(s.active()->GetImage(circleId, &untouched), 0L);
+    QCOMPARE(untouched.Width(), 0);
+    QCOMPARE(s.active()->GetImage(circleId + 1000, &untouched), -1L);
+    QCOMPARE(s.active()->GetImage(id, nullptr), 0L);
 }
 
 void tst_ReadBack::hiddenShapeAnswersZeroAndShowsNothing()

@@ -14,12 +14,20 @@
 #include "odarrowline.h"
 #include "odcircle.h"
 #include "odellipse.h"
+#include "odimage.h"
+#include "oditemregion.h"
 #include "odline.h"
 #include "odpoint.h"
 #include "odpolygon.h"
 #include "odrect1.h"
 #include "odrect2.h"
+#include "odtext.h"
 #include "shapeoperator.h"
+
+#include "VorImage.h"
+
+#include <QFont>
+#include <opencv2/core.hpp>
 
 #include <QtTest>
 
@@ -130,6 +138,13 @@ private slots:
     void creatorAddsToTheStaticLayerInStaticOverlayMode();
     void annulusKeepsSearchLineFlagWithNoLines();
     void shapesTakeTheOperatorsScale();
+
+    void imageCreatorPlacesThePictureAtItsOwnSize_data();
+    void imageCreatorPlacesThePictureAtItsOwnSize();
+    void textCreatorAddsATextInThePensColour_data();
+    void textCreatorAddsATextInThePensColour();
+    void regionCreatorLiesUnderAllShapesInTheLowBytes_data();
+    void regionCreatorLiesUnderAllShapesInTheLowBytes();
 };
 
 void tst_ShapeOperator::startsWithItsOwnLookAndScaleOne()
@@ -253,6 +268,123 @@ void tst_ShapeOperator::shapesTakeTheOperatorsScale()
     const long after = opOf(s)->DrawCircle(10, 10, 5, 1, kPen, kBrush, kWidth);
     QCOMPARE(s.active()->shapeById(before)->GetScale(), 1.0f);
     QCOMPARE(s.active()->shapeById(after)->GetScale(), 0.5f);
+}
+
+// Rows for the creators whose content may go to either layer.
+void addTargetRows()
+{
+    QTest::addColumn<bool>("staticMode");
+    QTest::newRow("active layer") << false;
+    QTest::newRow("static layer in static-overlay mode") << true;
+}
+
+void tst_ShapeOperator::imageCreatorPlacesThePictureAtItsOwnSize_data()
+{
+    addTargetRows();
+}
+
+void tst_ShapeOperator::imageCreatorPlacesThePictureAtItsOwnSize()
+{
+    QFETCH(bool, staticMode);
+    // The shape keeps a pointer to the picture, which outlives it.
+    VorImage picture(cv::Mat(10, 20, CV_8UC1, cv::Scalar(90)));
+    LayerScene s;
+    VorPoint topLeft(5.5, 6);
+    const long nextId = ODShape::s_ID;
+    s.scene.setIsStaticOverlay(staticMode);
+    const long id = opOf(s)->DrawImage(picture, topLeft, kZ, kPen, kBrush, kWidth);
+    s.scene.setIsStaticOverlay(false);
+
+    QCOMPARE(id, nextId);
+    ShaperLayer* target = staticMode ? s.fixed() : s.active();
+    ShaperLayer* other = staticMode ? s.active() : s.fixed();
+    QVERIFY(other->shapes().isEmpty());
+    QCOMPARE(target->shapes().size(), 1);
+    auto* shape = dynamic_cast<ODImage*>(target->shapes().first());
+    QVERIFY(shape);
+    QCOMPARE(shape->GetShapeID(), id);
+    double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+    QVERIFY(shape->GetParam(&x1, &y1, &x2, &y2));
+    KIT_COMPARE_NEAR(Params({x1, y1, x2, y2}), Params({5.5, 6, 25.5, 16}), 1e-6);
+    QCOMPARE(shape->image(), &picture);
+    QCOMPARE(shape->GetPenColor(), kPen);
+    QCOMPARE(shape->GetBrushColor(), kBrush);
+    QCOMPARE(shape->GetLineWidth(), float(kWidth));
+    QCOMPARE(shape->pixmapItem()->zValue(), double(kZ));
+    QVERIFY(shape->pixmapItem()->isVisible());
+    QVERIFY(target->selectedShapes().isEmpty());
+}
+
+void tst_ShapeOperator::textCreatorAddsATextInThePensColour_data()
+{
+    addTargetRows();
+}
+
+void tst_ShapeOperator::textCreatorAddsATextInThePensColour()
+{
+    QFETCH(bool, staticMode);
+    LayerScene s;
+    s.scene.setScale(2.0);
+    opOf(s)->UpdateData();
+    QFont font("Serif");
+    font.setPointSize(15);
+    s.scene.setIsStaticOverlay(staticMode);
+    const long id = opOf(s)->DrawText(12, 34, "lot 7", font, kZ, kPen, kBrush, kWidth);
+    s.scene.setIsStaticOverlay(false);
+
+    ShaperLayer* target = staticMode ? s.fixed() : s.active();
+    ShaperLayer* other = staticMode ? s.active() : s.fixed();
+    QVERIFY(other->texts().isEmpty());
+    QVERIFY(target->shapes().isEmpty());
+    QCOMPARE(target->texts().size(), 1);
+    ODText* text = target->texts().first();
+    QCOMPARE(text->GetID(), id);
+    QCOMPARE(text->Text(), QString("lot 7"));
+    QCOMPARE(text->Pos(), QPointF(12, 34));
+    QCOMPARE(text->GetColor(), kPen);
+    QCOMPARE(text->GetFont().family(), QString("Serif"));
+    QCOMPARE(text->GetFont().pointSize(), 15);
+    QCOMPARE(text->GetScale(), 2.0f);
+    QCOMPARE(text->textItem()->zValue(), double(kZ));
+    QVERIFY(text->textItem()->isVisible());
+    QVERIFY(!text->isOverlay());
+    if (staticMode)
+        target->ClearAllText();
+}
+
+void tst_ShapeOperator::regionCreatorLiesUnderAllShapesInTheLowBytes_data()
+{
+    addTargetRows();
+}
+
+// The channels are cut to their low bytes: 256 + 10 is 10, -1 is 255.
+void tst_ShapeOperator::regionCreatorLiesUnderAllShapesInTheLowBytes()
+{
+    QFETCH(bool, staticMode);
+    LayerScene s;
+    VorImage mask(cv::Mat(4, 6, CV_8UC1, cv::Scalar(0)));
+    mask.Mat().at<uchar>(1, 2) = 255;
+    s.scene.setIsStaticOverlay(staticMode);
+    const long id = opOf(s)->DrawRegion(mask, 77, 256 + 10, 20, -1, 512 + 128);
+    s.scene.setIsStaticOverlay(false);
+
+    ShaperLayer* target = staticMode ? s.fixed() : s.active();
+    ShaperLayer* other = staticMode ? s.active() : s.fixed();
+    QVERIFY(!other->region());
+    QVERIFY(target->shapes().isEmpty());
+    ODItemRegion* region = target->region();
+    QVERIFY(region);
+    QCOMPARE(region->GetID(), id);
+    QCOMPARE(region->item()->zValue(), double(ShapeOperator::s_regionZValue));
+    QCOMPARE(region->item()->zValue(), -1.0);
+    QVERIFY(region->isVisible());
+    const QImage shown = region->item()->pixmap().toImage().convertToFormat(QImage::Format_ARGB32);
+    QCOMPARE(shown.size(), QSize(6, 4));
+    QCOMPARE(QColor::fromRgba(region->regionImage().pixel(2, 1)), QColor(10, 20, 255, 128));
+    QCOMPARE(qAlpha(shown.pixel(0, 0)), 0);
+    QVERIFY(qAlpha(shown.pixel(2, 1)) > 0);
+    if (staticMode)
+        target->ClearRegion();
 }
 
 QTEST_MAIN(tst_ShapeOperator)
