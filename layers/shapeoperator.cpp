@@ -269,6 +269,8 @@ long ShapeOperator::DrawArc(double x, double y, double r, double start, double e
 
 long ShapeOperator::DrawImage(VorImage& image, VorPoint& point, long z, QColor pen, QColor brush, int width)
 {
+    if (!isPaintable({point.x, point.y}))
+        return -1;
     auto* shape = new ODImage(m_scene);
     dress(shape, pen, brush, width);
     const double right = point.x + double(image.Width());
@@ -281,6 +283,8 @@ long ShapeOperator::DrawImage(VorImage& image, VorPoint& point, long z, QColor p
 
 long ShapeOperator::DrawText(double x, double y, QString text, QFont font, long z, QColor pen, QColor, int)
 {
+    if (!isPaintable({x, y}))
+        return -1;
     auto* item = new ODText(m_scene);
     item->SetOffset(m_offsetX, m_offsetY);
     item->SetScale(m_scale);
