@@ -1,5 +1,7 @@
 #include "shapefile.h"
 
+#include <opencv2/imgproc.hpp>
+
 #include <QFile>
 #include <QStringList>
 #include <QTextStream>
@@ -10,6 +12,9 @@
 namespace {
 
 using Numbers = QVector<double>;
+
+// The largest side of a region's mask that kesview makes.
+constexpr double kLargestMask = 16384;
 
 // Takes every argument as a number; false at the first that is not one.
 bool parseNumbers(const QStringList& words, Numbers* numbers)
@@ -152,6 +157,20 @@ bool parseLine(const QString& text, ShapeFileEntry* entry, QString* error)
     }
     if (!entry->isROI && !takeColours(&words, &entry->overlay, error))
         return false;
+
+    if (!entry->isROI && kindName == QLatin1String("region")) {
+        // A disc of pixels: the mask covers the picture from its origin.
+        Numbers disc;
+        if (!parseNumbers(words, &disc) || disc.size() != 3 || disc[0] < 0 || disc[1] < 0 || disc[2] < 1
+            || disc[0] + disc[2] > kLargestMask || disc[1] + disc[2] > kLargestMask) {
+            *error = QStringLiteral("region wants CX CY R, a disc within %1 pixels").arg(kLargestMask);
+            return false;
+        }
+        cv::Mat mask(int(disc[1] + disc[2]) + 1, int(disc[0] + disc[2]) + 1, CV_8UC1, cv::Scalar(0));
+        cv::circle(mask, cv::Point(int(disc[0]), int(disc[1])), int(disc[2]), cv::Scalar(255), cv::FILLED);
+        entry->overlay.GenRegion(VorRegion(VorImage(mask)));
+        return true;
+    }
 
     const auto found = kinds().find(kindName);
     if (found == kinds().end() || !(entry->isROI ? bool(found->second.roi) : bool(found->second.overlay))) {

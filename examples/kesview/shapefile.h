@@ -28,6 +28,7 @@
 //   rakerect2 CX CY LENGTH1 LENGTH2 ANGLE DIRECTION COUNT
 //   spoketorus CX CY R1 R2 ANGLE SWEEP DIRECTION COUNT
 //   text X Y SIZE WORDS...
+//   region CX CY R                 a disc of pixels, coloured by the brush
 // Blank lines and lines from "#" on are skipped.
 struct ShapeFileEntry
 {
