@@ -49,6 +49,7 @@ private slots:
     void secondRegionOverlayReplacesTheFirst();
     void removingAnotherIdLeavesTheRegion();
     void removingTheRegionsIdDeletesIt();
+    void replacedRegionsIdRemovesNothing();
 };
 
 void tst_LayerContent::shapeIdsLeaveTheRegionOut()
@@ -124,6 +125,22 @@ void tst_LayerContent::secondRegionOverlayReplacesTheFirst()
     QVERIFY(qAlpha(shown.pixel(22, 10)) > 0);
     QCOMPARE(qAlpha(shown.pixel(6, 6)), 0);
     QVERIFY(s.active()->shapes().isEmpty());
+}
+
+// The first region's id went with it: removing by that id leaves the second.
+void tst_LayerContent::replacedRegionsIdRemovesNothing()
+{
+    LayerScene s;
+    VorOverlay first = regionOverlay(QRect(4, 4, 10, 10));
+    VorOverlay second = regionOverlay(QRect(20, 8, 6, 6));
+    const long firstId = s.active()->DrawOverlay(first, false);
+    const long secondId = s.active()->DrawOverlay(second, false);
+    QVERIFY(firstId >= 0 && secondId > firstId);
+    s.active()->removeRegion(firstId);
+    QVERIFY(s.active()->region());
+    QCOMPARE(s.active()->region()->GetID(), secondId);
+    QCOMPARE(s.active()->ShapeVisible(firstId, false), -1L);
+    QVERIFY(s.active()->region()->isVisible());
 }
 
 void tst_LayerContent::removingAnotherIdLeavesTheRegion()

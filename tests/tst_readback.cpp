@@ -100,6 +100,7 @@ private slots:
     void overlayRoundTrip();
 
     void overlayShapeReadsAsROIAndROIShapeAsOverlay();
+    void torusFromAROIReadsBackAsASpokeOverlay();
     void shapeWithoutROIFormAnswersZeroAndLeavesROI();
     void unknownIdAnswersMinusOneAndWritesNothing();
     void overlayColoursComeBackWithoutThePensAlpha();
@@ -331,6 +332,26 @@ void tst_ReadBack::overlayRoundTrip()
     KIT_COMPARE_NEAR(valuesOf(readBack), back, kExact);
     KIT_COMPARE_NEAR(penOf(readBack), (Params{10, 20, 30, kTruncatedWidth}), kExact);
     KIT_COMPARE_NEAR(brushOf(readBack), (Params{40, 50, 60, 70}), kExact);
+}
+
+// DrawROI's torus has the search-line flag, so as an overlay it takes the
+// spoke form, with no lines.
+void tst_ReadBack::torusFromAROIReadsBackAsASpokeOverlay()
+{
+    LookScene s;
+    VorROI torus = makeROI(VorROI::ROI_TORUS, {100, 80, 20, 40, -30, 90});
+    const long id = s.active()->DrawROI(torus, false);
+    QVERIFY(id >= 0);
+    VorOverlay back;
+    QCOMPARE(s.active()->GetOverlay(id, &back), 0L);
+    QCOMPARE(back.OverlayType(), int(VorOverlay::OV_SPOKETORUS));
+    VorPoint centre;
+    double r1 = -1, r2 = -1, angle = -1, sweep = -1;
+    int direction = -1, count = -1;
+    QVERIFY(back.GetSpokeTorus(&centre, &r1, &r2, &angle, &sweep, &direction, &count));
+    QCOMPARE(centre, VorPoint(100, 80));
+    QCOMPARE(count, 0);
+    QVERIFY(back.GetTorus(&centre, &r1, &r2, &angle, &sweep) == false);
 }
 
 void tst_ReadBack::overlayShapeReadsAsROIAndROIShapeAsOverlay()
