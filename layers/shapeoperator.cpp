@@ -72,7 +72,20 @@ long ShapeOperator::deliver(ODShape* shape) const
     return shape->GetShapeID();
 }
 
+template <class T, class SetUp>
+long ShapeOperator::create(bool paintable, const QColor& pen, const QColor& brush, int width, SetUp setUp)
+{
+    if (!paintable)
+        return -1;
+    auto* shape = new T(m_scene);
+    dress(shape, pen, brush, width);
+    setUp(shape);
+    return deliver(shape);
+}
+
 namespace {
+
+using Values = std::initializer_list<double>;
 
 // The farthest a number of a shape from data may lie from the origin, in
 // pixels: far beyond any picture, yet well within what the painting can take.
@@ -97,193 +110,149 @@ bool ShapeOperator::isPaintable(const QVector<double>& values)
 
 long ShapeOperator::DrawPoint(double x, double y, int crossSize, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x, y}))
-        return -1;
-    auto* shape = new ODPoint(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetPoint(x, y);
-    shape->SetCrossSize(crossSize);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODPoint>(isPaintable(Values{x, y}), pen, brush, width, [&](ODPoint* shape) {
+        shape->SetPoint(x, y);
+        shape->SetCrossSize(crossSize);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x1, y1, x2, y2}))
-        return -1;
-    auto* shape = new ODLine(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetLine(float(x1), float(y1), float(x2), float(y2));
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODLine>(isPaintable(Values{x1, y1, x2, y2}), pen, brush, width, [&](ODLine* shape) {
+        shape->SetLine(float(x1), float(y1), float(x2), float(y2));
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawArrowLine(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush,
                                   int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x1, y1, x2, y2}))
-        return -1;
-    auto* shape = new ODArrowLine(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetLine(float(x1), float(y1), float(x2), float(y2));
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODArrowLine>(isPaintable(Values{x1, y1, x2, y2}), pen, brush, width, [&](ODArrowLine* shape) {
+        shape->SetLine(float(x1), float(y1), float(x2), float(y2));
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawRect(double x1, double y1, double x2, double y2, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x1, y1, x2, y2}))
-        return -1;
-    auto* shape = new ODRect1(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetRect(x1, y1, x2, y2);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODRect1>(isPaintable(Values{x1, y1, x2, y2}), pen, brush, width, [&](ODRect1* shape) {
+        shape->SetRect(x1, y1, x2, y2);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawRect2(double x, double y, double l1, double l2, double angle, long z, QColor pen,
                               QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x, y, l1, l2, angle}))
-        return -1;
-    auto* shape = new ODRect2(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetRect(x, y, l1, l2);
-    shape->SetRoateAngle(angle);
-    shape->UpdateRotateCenter();
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODRect2>(isPaintable(Values{x, y, l1, l2, angle}), pen, brush, width, [&](ODRect2* shape) {
+        shape->SetRect(x, y, l1, l2);
+        shape->SetRoateAngle(angle);
+        shape->UpdateRotateCenter();
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawRectEx(double x1, double y1, double x2, double y2, SEARCHLINEDIRECTION direction, int count,
                                long, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x1, y1, x2, y2}))
-        return -1;
-    auto* shape = new ODRect1(m_scene);
-    shape->setDrawMode(DM_RAKERECT1);
-    dress(shape, pen, brush, width);
-    shape->SetRect(x1, y1, x2, y2);
-    shape->SetSearchLine(direction, count);
-    shape->SetSearchLineFlag(true);
-    return deliver(shape);
+    // The search-line forms take no z value.
+    return create<ODRect1>(isPaintable(Values{x1, y1, x2, y2}), pen, brush, width, [&](ODRect1* shape) {
+        shape->setDrawMode(DM_RAKERECT1);
+        shape->SetRect(x1, y1, x2, y2);
+        shape->SetSearchLine(direction, count);
+        shape->SetSearchLineFlag(true);
+    });
 }
 
 long ShapeOperator::DrawRect2Ex(double x, double y, double l1, double l2, double angle, SEARCHLINEDIRECTION direction,
                                 int count, long, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x, y, l1, l2, angle}))
-        return -1;
-    auto* shape = new ODRect2(m_scene);
-    shape->setDrawMode(DM_RAKERECT2);
-    dress(shape, pen, brush, width);
-    shape->SetRect(x, y, l1, l2);
-    shape->SetRoateAngle(angle);
-    shape->SetSearchLine(direction, count);
-    shape->UpdateRotateCenter();
-    shape->SetSearchLineFlag(true);
-    return deliver(shape);
+    return create<ODRect2>(isPaintable(Values{x, y, l1, l2, angle}), pen, brush, width, [&](ODRect2* shape) {
+        shape->setDrawMode(DM_RAKERECT2);
+        shape->SetRect(x, y, l1, l2);
+        shape->SetRoateAngle(angle);
+        shape->SetSearchLine(direction, count);
+        shape->UpdateRotateCenter();
+        shape->SetSearchLineFlag(true);
+    });
 }
 
 long ShapeOperator::DrawCircle(double x, double y, double r, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x, y, r}))
-        return -1;
-    auto* shape = new ODCircle(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetCircle(x, y, r);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODCircle>(isPaintable(Values{x, y, r}), pen, brush, width, [&](ODCircle* shape) {
+        shape->SetCircle(x, y, r);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawEllipse(double x, double y, double r1, double r2, double angle, long z, QColor pen,
                                 QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x, y, r1, r2, angle}))
-        return -1;
-    auto* shape = new ODEllipse(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetEllipse(float(x), float(y), float(r1), float(r2), float(angle));
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODEllipse>(isPaintable(Values{x, y, r1, r2, angle}), pen, brush, width, [&](ODEllipse* shape) {
+        shape->SetEllipse(float(x), float(y), float(r1), float(r2), float(angle));
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawPolygon(QVector<double>& points, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(points))
-        return -1;
-    auto* shape = new ODPolygon(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetPolygonPoints(points);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODPolygon>(isPaintable(points), pen, brush, width, [&](ODPolygon* shape) {
+        shape->SetPolygonPoints(points);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawAnyLine(QVector<double>& points, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(points))
-        return -1;
-    auto* shape = new ODAnyLine(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetAnyLinePoints(points);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODAnyLine>(isPaintable(points), pen, brush, width, [&](ODAnyLine* shape) {
+        shape->SetAnyLinePoints(points);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawClosedAnyLine(QVector<double>& points, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(points))
-        return -1;
-    auto* shape = new ODAnyCloseLine(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetAnyLinePoints(points);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODAnyCloseLine>(isPaintable(points), pen, brush, width, [&](ODAnyCloseLine* shape) {
+        shape->SetAnyLinePoints(points);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawAnnular(double x, double y, double r1, double r2, double angle, double sweep,
                                 SEARCHLINEDIRECTION direction, int count, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x, y, r1, r2, angle, sweep}))
-        return -1;
-    auto* shape = new ODAnnular(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetTours(x, y, r1, r2, angle, sweep);
-    shape->SetSearchLine(direction, count);
-    shape->SetSearchLineFlag(true);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODAnnular>(isPaintable(Values{x, y, r1, r2, angle, sweep}), pen, brush, width, [&](ODAnnular* shape) {
+        shape->SetTours(x, y, r1, r2, angle, sweep);
+        shape->SetSearchLine(direction, count);
+        shape->SetSearchLineFlag(true);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawArc(double x, double y, double r, double start, double end, long z, QColor pen, QColor brush,
                             int width)
 {
-    if (!isPaintable(std::initializer_list<double>{x, y, r, start, end}))
-        return -1;
-    auto* shape = new ODARC(m_scene);
-    dress(shape, pen, brush, width);
-    shape->SetCircle(x, y, r, start, end);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODARC>(isPaintable(Values{x, y, r, start, end}), pen, brush, width, [&](ODARC* shape) {
+        shape->SetCircle(x, y, r, start, end);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawImage(VorImage& image, VorPoint& point, long z, QColor pen, QColor brush, int width)
 {
-    if (!isPaintable({point.x, point.y}))
-        return -1;
-    auto* shape = new ODImage(m_scene);
-    dress(shape, pen, brush, width);
-    const double right = point.x + double(image.Width());
-    const double bottom = point.y + double(image.Height());
-    shape->SetRect(float(point.x), float(point.y), float(right), float(bottom));
-    shape->setImage(&image);
-    shape->setZValue(z);
-    return deliver(shape);
+    return create<ODImage>(isPaintable(Values{point.x, point.y}), pen, brush, width, [&](ODImage* shape) {
+        const double right = point.x + double(image.Width());
+        const double bottom = point.y + double(image.Height());
+        shape->SetRect(float(point.x), float(point.y), float(right), float(bottom));
+        shape->setImage(&image);
+        shape->setZValue(z);
+    });
 }
 
 long ShapeOperator::DrawText(double x, double y, QString text, QFont font, long z, QColor pen, QColor, int)
 {
-    if (!isPaintable({x, y}))
+    if (!isPaintable(Values{x, y}))
         return -1;
     auto* item = new ODText(m_scene);
     item->SetOffset(m_offsetX, m_offsetY);

@@ -90,6 +90,11 @@ private:
     void dress(ODShape* shape, const QColor& pen, const QColor& brush, int width) const;
     // The last common steps: into the target layer, shown; the new id.
     long deliver(ODShape* shape) const;
+    // Every creator's steps: nothing for values that cannot be painted (-1),
+    // else a new T, dressed, set up by setUp (its data and, where the
+    // creator gives one, its z value), and delivered.
+    template <class T, class SetUp>
+    long create(bool paintable, const QColor& pen, const QColor& brush, int width, SetUp setUp);
     // The static layer while the scene is in static-overlay mode, else the active one.
     ShaperLayer* targetLayer() const;
 
