@@ -22,7 +22,6 @@
 #include "VorROI.h"
 #include "VorRegion.h"
 
-#include <QDir>
 #include <QRandomGenerator>
 #include <QtTest>
 
@@ -609,9 +608,6 @@ void tst_DisplayROI::eachKindIsPaintedInItsColours()
     QVERIFY(id >= 0);
 
     const QImage grab = w.grabViewport();
-    const QString name = QString("/tmp/layer/%1.png").arg(QString(QTest::currentDataTag()).replace(' ', '_'));
-    if (QDir("/tmp/layer").exists())
-        grab.save(name);
     const int reach = 2 + int(zoom);
     const QPoint penAt = w.view()->mapFromScene(onPen);
     QVERIFY2(countPenPixels(grab, around(penAt, reach), pen) > 0,
@@ -675,8 +671,6 @@ void tst_DisplayROI::regionsArePaintedInTheirColours()
     flushPaints();
 
     const QImage grab = w.grabViewport();
-    if (QDir("/tmp/layer").exists())
-        grab.save(QString("/tmp/layer/%1.png").arg(QString(QTest::currentDataTag()).replace(' ', '_')));
     const QRgb grey = qRgb(PictureWindow::kGrey, PictureWindow::kGrey, PictureWindow::kGrey);
     for (const QPointF& inside : {QPointF(10.5, 12.5), QPointF(20.5, 20.5), QPointF(29.5, 26.5)})
         KIT_COMPARE_COLOUR(grabbedAt(grab, w.view(), inside), colour.rgb(), kChannelTolerance);
@@ -707,8 +701,6 @@ void tst_DisplayROI::textIsPaintedInItsPen()
     flushPaints();
 
     const QImage grab = w.grabViewport();
-    if (QDir("/tmp/layer").exists())
-        grab.save(QString("/tmp/layer/text_%1.png").arg(QString(QTest::currentDataTag()).replace(' ', '_')));
     const QRect box = w.view()->mapFromScene(text->textItem()->sceneBoundingRect()).boundingRect();
     QVERIFY(!box.isEmpty());
     QVERIFY2(countPenPixels(grab, box, kOverlayBlue) > 10, qPrintable(QString("too few pen pixels in the text box")));
