@@ -26,11 +26,13 @@ ShaperLayer::ShaperLayer(ImageCtrlScene* scene, int layerIndex)
 }
 
 // The layer goes with its scene, which is still whole at this point, so the
-// shapes can take their items out of it.
+// shapes, texts and region can take their items out of it.
 ShaperLayer::~ShaperLayer()
 {
     clearSelectedShape();
     clearShape();
+    ClearAllSelectedText();
+    ClearAllText();
     ClearRegion();
 }
 
@@ -380,11 +382,6 @@ void ShaperLayer::UpdateRegion() {}
 void ShaperLayer::ShowRegion() {}
 
 // Texts
-
-ShaperLayer::TextOwner::~TextOwner()
-{
-    layer->ClearAllText();
-}
 
 void ShaperLayer::AddText(ODText* text)
 {

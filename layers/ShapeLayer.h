@@ -188,15 +188,6 @@ public:
     const QVector<ODText*>& selectedTexts() const { return m_selectedTexts; }
 
 private:
-    // Deletes the layer's texts once the layer's own destructor has run.
-    struct TextOwner
-    {
-        ~TextOwner();
-        ShaperLayer* layer;
-    };
-
     QVector<ODText*> m_texts;
     QVector<ODText*> m_selectedTexts;
-    // Last of the text members, so the lists are still whole when it goes.
-    TextOwner m_textOwner{this};
 };
