@@ -210,6 +210,13 @@ long KESImageWnd::clearBackground()
     return 0;
 }
 
+void KESImageWnd::setRunBackground(VorImage& image)
+{
+    if (!m_mainWindow)
+        return;
+    viewOf(m_mainWindow)->runDisplayImage(&image);
+}
+
 long KESImageWnd::repaint()
 {
     if (!m_mainWindow)

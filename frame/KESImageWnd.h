@@ -65,6 +65,9 @@ public slots:
     long getBackground(QImage* image);
     long getBackground(VorImage* image);
     long clearBackground();
+    // For a worker thread: converts and queues the picture there; the next
+    // repaint() shows it. A refused picture is dropped without a word.
+    void setRunBackground(VorImage& image);
     // For a worker thread: returns once the window has painted. Never call it
     // on the GUI thread: the call would wait on itself.
     long repaint();

@@ -81,6 +81,22 @@ bool ImageLayer::LoadVorImage(VorImage* image)
     return true;
 }
 
+bool ImageLayer::runLoadVorImage(VorImage* image)
+{
+    QMutexLocker lock(&m_imageMutex);
+    m_pendingImages.clear();
+    if (!m_vorImage)
+        m_vorImage = new VorImage;
+    if (image)
+        *m_vorImage = *image;
+    else
+        *m_vorImage = VorImage();
+    if (!IsValidVorImage(m_vorImage) || m_vorImage->Height() < 0 || m_vorImage->Width() < 0)
+        return false;
+    m_pendingImages.append(VorImageToQImage(m_vorImage));
+    return true;
+}
+
 QImage ImageLayer::VorImageToQImage(VorImage* image)
 {
     return ConvertVorImageToQImage(image);

@@ -43,6 +43,9 @@ public:
     // Store a copy of a VorImage, convert it and queue the result; false, with
     // the invalid copy stored, when the picture has no width or height.
     bool LoadVorImage(VorImage* image);
+    // The worker's form of the load: copy, convert and queue, touching neither
+    // the scene nor the view, and with no fit; false also for negative sizes.
+    bool runLoadVorImage(VorImage* image);
 
     QImage VorImageToQImage(VorImage* image);
     void QImageToKesImage(const QImage& image, VorImage* target);

@@ -184,6 +184,15 @@ long ImageCtrlView::DisplayImage(VorImage* image)
     return 0;
 }
 
+long ImageCtrlView::runDisplayImage(VorImage* image)
+{
+    if (!m_scene->GetImageLayer()->runLoadVorImage(image))
+        return -1;
+    // Stored for the record only; nothing reads it, so the worker may write it.
+    m_imageRect = QRect(0, 0, image->Width(), image->Height());
+    return 0;
+}
+
 long ImageCtrlView::RefreshLayers()
 {
     finishDisplay();

@@ -37,6 +37,11 @@ public:
 
     long DisplayImage(QImage& image);
     long DisplayImage(VorImage* image);
+    // The worker's half of a new picture: queued, shown by the next
+    // RefreshLayers. 0, or -1 for a picture the layer refuses.
+    long runDisplayImage(VorImage* image);
+    // The GUI thread's half: takes over the queued picture and paints before
+    // returning. Always 0.
     long RefreshLayers();
     // Sets an absolute scale; a value below 0.03 changes nothing. Always 0.
     long Zoom(double scale);
