@@ -136,8 +136,16 @@ bool takeColours(QStringList* words, VorOverlay* overlay, QString* error)
 bool parseLine(const QString& text, ShapeFileEntry* entry, QString* error)
 {
     QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (!words.isEmpty() && words[0] == QLatin1String("image")) {
+        entry->layer = KESImageWnd::LAYER_IMAGE;
+        words.removeFirst();
+    } else if (!words.isEmpty() && words[0] == QLatin1String("fore")) {
+        entry->layer = KESImageWnd::LAYER_FORE;
+        words.removeFirst();
+    }
     if (words.size() < 2 || (words[0] != QLatin1String("roi") && words[0] != QLatin1String("overlay"))) {
-        *error = QStringLiteral("a line starts with \"roi\" or \"overlay\" and a kind");
+        *error = QStringLiteral("a line starts with \"roi\" or \"overlay\" and a kind, after \"image\" or \"fore\" "
+                                "for a static layer");
         return false;
     }
     entry->isROI = words[0] == QLatin1String("roi");
