@@ -151,6 +151,9 @@ bool parseLine(const QString& text, ShapeFileEntry* entry, QString* error)
     entry->isROI = words[0] == QLatin1String("roi");
     const QString kindName = words[1];
     words = words.mid(2);
+    // Colours first: a text's words run to the end of the line.
+    if (!entry->isROI && !takeColours(&words, &entry->overlay, error))
+        return false;
 
     if (!entry->isROI && kindName == QLatin1String("text")) {
         Numbers head;
@@ -163,8 +166,6 @@ bool parseLine(const QString& text, ShapeFileEntry* entry, QString* error)
         entry->overlay.GenText(VorPoint(head[0], head[1]), message.constData(), font);
         return true;
     }
-    if (!entry->isROI && !takeColours(&words, &entry->overlay, error))
-        return false;
 
     if (!entry->isROI && kindName == QLatin1String("region")) {
         // A disc of pixels: the mask covers the picture from its origin.

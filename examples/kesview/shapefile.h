@@ -33,7 +33,7 @@
 //   rakerect1 LEFT TOP RIGHT BOTTOM DIRECTION COUNT
 //   rakerect2 CX CY LENGTH1 LENGTH2 ANGLE DIRECTION COUNT
 //   spoketorus CX CY R1 R2 ANGLE SWEEP DIRECTION COUNT
-//   text X Y SIZE WORDS...
+//   text X Y SIZE WORDS...         (a pen or brush may stand anywhere after SIZE)
 //   region CX CY R                 a disc of pixels, coloured by the brush
 // Blank lines and lines from "#" on are skipped.
 struct ShapeFileEntry
