@@ -7,6 +7,7 @@
 #include <QVector>
 
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #if defined(__SSE2__)
@@ -85,21 +86,44 @@ void packTriplets(const uchar* src, uchar* dst, int width)
     }
 }
 
-QImage indexed8(int width, int height)
+// `recycled` itself when nobody else shares its pixels and it has the size
+// and format asked for, so that its buffer is written over; otherwise a new
+// picture. The pixels are left as they are: every caller writes them all.
+QImage pictureFor(QImage recycled, int width, int height, QImage::Format format)
 {
-    QImage result(width, height, QImage::Format_Indexed8);
+    if (!recycled.isNull() && recycled.isDetached() && recycled.width() == width && recycled.height() == height
+        && recycled.format() == format)
+        return recycled;
+    // Let go of the unusable buffer before the new one is taken.
+    recycled = QImage();
+    QImage result(width, height, format);
+    return result.isNull() ? QImage() : result;
+}
+
+const QVector<QRgb>& greyTable()
+{
+    static const QVector<QRgb> greys = [] {
+        QVector<QRgb> table(256);
+        for (int i = 0; i < 256; ++i)
+            table[i] = qRgb(i, i, i);
+        return table;
+    }();
+    return greys;
+}
+
+QImage indexed8(QImage recycled, int width, int height)
+{
+    QImage result = pictureFor(std::move(recycled), width, height, QImage::Format_Indexed8);
     if (result.isNull())
-        return QImage();
-    QVector<QRgb> greys(256);
-    for (int i = 0; i < 256; ++i)
-        greys[i] = qRgb(i, i, i);
-    result.setColorTable(greys);
+        return result;
+    if (result.colorTable() != greyTable())
+        result.setColorTable(greyTable());
     return result;
 }
 
-QImage indexed8FromPackedRows(const uchar* data, int width, int height)
+QImage indexed8FromPackedRows(QImage recycled, const uchar* data, int width, int height)
 {
-    QImage result = indexed8(width, height);
+    QImage result = indexed8(std::move(recycled), width, height);
     if (result.isNull())
         return result;
     for (int y = 0; y < height; ++y)
@@ -107,9 +131,9 @@ QImage indexed8FromPackedRows(const uchar* data, int width, int height)
     return result;
 }
 
-QImage grayFromSixteenBit(const cv::Mat& mat)
+QImage grayFromSixteenBit(QImage recycled, const cv::Mat& mat)
 {
-    QImage result = indexed8(mat.cols, mat.rows);
+    QImage result = indexed8(std::move(recycled), mat.cols, mat.rows);
     if (result.isNull())
         return result;
     const size_t elemSize1 = mat.elemSize1();
@@ -126,11 +150,11 @@ QImage grayFromSixteenBit(const cv::Mat& mat)
     return result;
 }
 
-QImage colourFromThreeChannels(const cv::Mat& mat, bool eightBit)
+QImage colourFromThreeChannels(QImage recycled, const cv::Mat& mat, bool eightBit)
 {
-    QImage result(mat.cols, mat.rows, QImage::Format_RGB32);
+    QImage result = pictureFor(std::move(recycled), mat.cols, mat.rows, QImage::Format_RGB32);
     if (result.isNull())
-        return QImage();
+        return result;
     const size_t elemSize1 = mat.elemSize1();
     // Display bytes of one row of a 16-bit picture, blue, green, red.
     std::vector<uchar> triplets(eightBit ? 0 : size_t(mat.cols) * 3);
@@ -152,9 +176,42 @@ QImage colourFromThreeChannels(const cv::Mat& mat, bool eightBit)
     return result;
 }
 
+// One row of grey index bytes to RGB32: value v becomes 0xFF000000 | v * 0x010101.
+void expandGreys(const uchar* src, quint32* dst, int width)
+{
+    int x = 0;
+#if defined(__SSE2__)
+    const __m128i alpha = _mm_set1_epi32(int(0xFF000000u));
+    for (; x + 16 <= width; x += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + x));
+        const __m128i low = _mm_unpacklo_epi8(v, v);
+        const __m128i high = _mm_unpackhi_epi8(v, v);
+        __m128i* out = reinterpret_cast<__m128i*>(dst + x);
+        _mm_storeu_si128(out, _mm_or_si128(_mm_unpacklo_epi16(low, low), alpha));
+        _mm_storeu_si128(out + 1, _mm_or_si128(_mm_unpackhi_epi16(low, low), alpha));
+        _mm_storeu_si128(out + 2, _mm_or_si128(_mm_unpacklo_epi16(high, high), alpha));
+        _mm_storeu_si128(out + 3, _mm_or_si128(_mm_unpackhi_epi16(high, high), alpha));
+    }
+#endif
+    for (; x < width; ++x)
+        dst[x] = 0xFF000000u | quint32(src[x]) * 0x010101u;
+}
+
+// One row of index bytes through a full opaque colour table.
+void lookUpColours(const uchar* src, quint32* dst, int width, const QRgb* table)
+{
+    for (int x = 0; x < width; ++x)
+        dst[x] = table[src[x]];
+}
+
 } // namespace
 
 QImage ConvertVorImageToQImage(VorImage* image)
+{
+    return ConvertVorImageToQImage(image, QImage());
+}
+
+QImage ConvertVorImageToQImage(VorImage* image, QImage recycled)
 {
     if (!image || image->Channels() < 1)
         return QImage();
@@ -168,13 +225,41 @@ QImage ConvertVorImageToQImage(VorImage* image)
     switch (image->Channels()) {
     case 1:
         if (eightBit)
-            return indexed8FromPackedRows(image->ImageData(), width, height);
-        return grayFromSixteenBit(mat);
+            return indexed8FromPackedRows(std::move(recycled), image->ImageData(), width, height);
+        return grayFromSixteenBit(std::move(recycled), mat);
     case 3:
-        return colourFromThreeChannels(mat, eightBit);
+        return colourFromThreeChannels(std::move(recycled), mat, eightBit);
     default:
         return QImage();
     }
+}
+
+QImage ConvertIndexedToPaintImage(const QImage& image, QImage recycled)
+{
+    if (image.format() != QImage::Format_Indexed8)
+        return QImage();
+    const QVector<QRgb> table = image.colorTable();
+    const bool grey = table == greyTable();
+    bool opaqueFullTable = table.size() == 256;
+    for (int i = 0; opaqueFullTable && i < table.size(); ++i)
+        opaqueFullTable = qAlpha(table[i]) == 255;
+    if (!grey && !opaqueFullTable) {
+        // Short tables and see-through entries: Qt's own conversion, as the
+        // paint engine would make it.
+        return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                             : QImage::Format_RGB32);
+    }
+    QImage result = pictureFor(std::move(recycled), image.width(), image.height(), QImage::Format_RGB32);
+    if (result.isNull())
+        return result;
+    for (int y = 0; y < image.height(); ++y) {
+        quint32* dst = reinterpret_cast<quint32*>(result.scanLine(y));
+        if (grey)
+            expandGreys(image.constScanLine(y), dst, image.width());
+        else
+            lookUpColours(image.constScanLine(y), dst, image.width(), table.constData());
+    }
+    return result;
 }
 
 void ConvertQImageToVorImage(const QImage& image, VorImage* target)
