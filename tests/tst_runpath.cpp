@@ -1,0 +1,378 @@
+// The worker's picture path through the facade: setRunBackground queues a
+// picture from a worker thread, and only repaint() (the window's Update(true))
+// puts it on screen. What shows is checked on the grabbed viewport.
+
+#include <QtTest/QtTest>
+
+#include "ImageLayer.h"
+#include "KESImageWnd.h"
+#include "MainWindow.h"
+#include "imagectrlscene.h"
+#include "imagectrlview.h"
+#include "testkit.h"
+
+#include <QThread>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+namespace {
+
+constexpr int kPictureWidth = 60;
+constexpr int kPictureHeight = 40;
+const QPointF kPictureCentre(kPictureWidth / 2.0, kPictureHeight / 2.0);
+
+constexpr QRgb kRed = 0xffff0000;
+constexpr QRgb kGreen = 0xff00ff00;
+constexpr QRgb kBlue = 0xff0000ff;
+
+constexpr int kWorkerTimeoutMs = 10000;
+constexpr double kCellZoom = 4.0;
+
+VorImage colourPicture(QRgb colour, int width = kPictureWidth, int height = kPictureHeight)
+{
+    return Kit::colourPicture(width, height, qRed(colour), qGreen(colour), qBlue(colour));
+}
+
+// Runs a host's worker to its end while the window's thread keeps its event
+// loop going, as a repaint() from the worker needs.
+bool runOnWorker(const std::function<void()>& work)
+{
+    std::unique_ptr<QThread> worker(QThread::create(work));
+    worker->start();
+    bool finished = false;
+    [&] { QTRY_VERIFY_WITH_TIMEOUT((finished = worker->isFinished()), kWorkerTimeoutMs); }();
+    return finished && worker->wait(kWorkerTimeoutMs);
+}
+
+// Counts the paint events of a widget.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
+
+    std::atomic<int> paints{0};
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++paints;
+        return false;
+    }
+};
+
+// The fit of a picture of the given size into the view, as a repaint computes it.
+double fitOf(ImageCtrlScene* scene, QSize picture)
+{
+    double viewWidth = 0.0;
+    double viewHeight = 0.0;
+    scene->getViewSize(viewWidth, viewHeight);
+    const double rw = viewWidth / picture.width();
+    const double rh = viewHeight / picture.height();
+    return rw - rh > double(0.000001f) ? rh : rw;
+}
+
+// A host window showing a red picture through setBackground.
+class RedWindow : public EmbeddedWindow
+{
+public:
+    RedWindow()
+        : shownRed(setPicture(colourPicture(kRed)))
+    {
+    }
+
+    QRgb colourAtCentre() const { return Kit::viewportColourAt(view(), kPictureCentre); }
+
+    long shownRed;
+};
+
+} // namespace
+
+class RunPathTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void queuedPictureStaysOffScreenUntilRepaint();
+    void resizeDoesNotTakeTheQueuedPicture();
+    void twoQueuedPicturesAndOneRepaintShowTheSecond();
+    void qImageBackgroundKeepsItsFlagWhileRepaintFitsTheNewPicture();
+    void zoomedInScaleIsKeptAndOnlyTheSceneRectFollows();
+    void invalidPictureIsRefusedAndDropsTheQueuedOne_data();
+    void invalidPictureIsRefusedAndDropsTheQueuedOne();
+    void repaintWithNothingQueuedStillRepaints();
+    void fitWaitsForRepaintAndGetBackgroundGivesTheNewerPicture();
+    void greyPicturePaintsAsItsConvertedColours();
+    void steadyStreamWritesOverTheBuffersOfAReplacedPicture();
+    void pictureHeldByTheHostIsNeverWrittenOver();
+};
+
+void RunPathTest::init()
+{
+    CMainWindow::s_scale = 1.0f;
+}
+
+void RunPathTest::queuedPictureStaysOffScreenUntilRepaint()
+{
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    QCOMPARE(fixture.colourAtCentre(), kRed);
+
+    VorImage green = colourPicture(kGreen);
+    QVERIFY(runOnWorker([&] { fixture.wnd->setRunBackground(green); }));
+    QCOMPARE(fixture.imageLayer()->pendingCount(), 1);
+
+    // Whatever the window's thread paints meanwhile, the queued picture stays
+    // off screen.
+    for (int round = 0; round < 3; ++round) {
+        fixture.view()->viewport()->update();
+        Kit::letQueuedCallsRun();
+        QCOMPARE(fixture.colourAtCentre(), kRed);
+    }
+    QCOMPARE(fixture.imageLayer()->pendingCount(), 1);
+
+    QVERIFY(runOnWorker([&] { QCOMPARE(fixture.wnd->repaint(), 0L); }));
+    QCOMPARE(fixture.imageLayer()->pendingCount(), 0);
+    QCOMPARE(fixture.colourAtCentre(), kGreen);
+}
+
+void RunPathTest::resizeDoesNotTakeTheQueuedPicture()
+{
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    VorImage blue = colourPicture(kBlue, 2 * kPictureWidth, 2 * kPictureHeight);
+    QVERIFY(runOnWorker([&] { fixture.wnd->setRunBackground(blue); }));
+
+    const QSize before = fixture.view()->size();
+    fixture.window()->resize(fixture.window()->size() + QSize(120, 90));
+    QTRY_VERIFY(fixture.view()->size() != before);
+    QCOMPARE(fixture.imageLayer()->pendingCount(), 1);
+    QCOMPARE(fixture.scene()->sceneRect(), QRectF(0, 0, kPictureWidth, kPictureHeight));
+    QCOMPARE(fixture.colourAtCentre(), kRed);
+
+    QVERIFY(runOnWorker([&] { fixture.wnd->repaint(); }));
+    QCOMPARE(fixture.scene()->sceneRect(), QRectF(0, 0, 2 * kPictureWidth, 2 * kPictureHeight));
+    QCOMPARE(fixture.colourAtCentre(), kBlue);
+}
+
+void RunPathTest::twoQueuedPicturesAndOneRepaintShowTheSecond()
+{
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    VorImage green = colourPicture(kGreen);
+    VorImage blue = colourPicture(kBlue);
+    int pendingBetween = -1;
+    long result = -1;
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(green);
+        fixture.wnd->setRunBackground(blue);
+        pendingBetween = fixture.imageLayer()->pendingCount();
+        result = fixture.wnd->repaint();
+    }));
+    QCOMPARE(pendingBetween, 1);
+    QCOMPARE(result, 0L);
+    QCOMPARE(fixture.imageLayer()->pendingCount(), 0);
+    QCOMPARE(fixture.colourAtCentre(), kBlue);
+}
+
+void RunPathTest::qImageBackgroundKeepsItsFlagWhileRepaintFitsTheNewPicture()
+{
+    EmbeddedWindow fixture;
+    const QSize qtSize(100, 50);
+    QCOMPARE(fixture.setPicture(Kit::qtPicture(qtSize.width(), qtSize.height(), kRed)), 0L);
+    QVERIFY(!fixture.window()->isVorImg());
+    ImageLayer* layer = fixture.imageLayer();
+    const float qtFit = layer->GetFitImageScaledValue();
+    QCOMPARE(double(qtFit), double(float(fitOf(fixture.scene(), qtSize))));
+
+    const QSize runSize(200, 300);
+    VorImage tall = colourPicture(kGreen, runSize.width(), runSize.height());
+    QVERIFY(runOnWorker([&] { fixture.wnd->setRunBackground(tall); }));
+    QVERIFY(!fixture.window()->isVorImg());
+    // The fit still reads the picture on show, not the stored VorImage.
+    QCOMPARE(layer->GetFitImageScaledValue(), qtFit);
+    QVERIFY(double(qtFit) != double(float(fitOf(fixture.scene(), runSize))));
+
+    QVERIFY(runOnWorker([&] { fixture.wnd->repaint(); }));
+    QVERIFY(!fixture.window()->isVorImg());
+    const double runFit = fitOf(fixture.scene(), runSize);
+    QCOMPARE(fixture.scene()->getScale(), runFit);
+    QCOMPARE(fixture.view()->matrix().m11(), runFit);
+    QCOMPARE(fixture.scene()->sceneRect(), QRectF(QPointF(0, 0), runSize));
+}
+
+void RunPathTest::zoomedInScaleIsKeptAndOnlyTheSceneRectFollows()
+{
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    QCOMPARE(fixture.wnd->zoomIn(), 0L);
+    QCOMPARE(fixture.imageLayer()->GetZoomModel(), VOR_ZOOM_IN);
+    const double zoomed = fixture.scene()->getScale();
+    const QMatrix matrix = fixture.view()->matrix();
+
+    const QRectF otherRect(0, 0, 3 * kPictureWidth, kPictureHeight / 2);
+    VorImage other = colourPicture(kBlue, int(otherRect.width()), int(otherRect.height()));
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(other);
+        fixture.wnd->repaint();
+    }));
+    QCOMPARE(fixture.scene()->sceneRect(), otherRect);
+    QCOMPARE(fixture.view()->sceneRect(), otherRect);
+    QCOMPARE(fixture.scene()->getScale(), zoomed);
+    QCOMPARE(fixture.view()->matrix(), matrix);
+    QCOMPARE(Kit::viewportColourAt(fixture.view(), QPointF(5, 5)), kBlue);
+}
+
+void RunPathTest::invalidPictureIsRefusedAndDropsTheQueuedOne_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("columns");
+    QTest::newRow("empty picture") << 0 << 0;
+    QTest::newRow("no rows") << 0 << kPictureWidth;
+    QTest::newRow("no columns") << kPictureHeight << 0;
+}
+
+void RunPathTest::invalidPictureIsRefusedAndDropsTheQueuedOne()
+{
+    QFETCH(int, rows);
+    QFETCH(int, columns);
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    VorImage green = colourPicture(kGreen);
+    VorImage invalid(cv::Mat(rows, columns, CV_8UC3));
+    QCOMPARE(invalid.Width() * invalid.Height(), 0);
+
+    int pendingBefore = -1;
+    long refused = 0;
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(green);
+        pendingBefore = fixture.imageLayer()->pendingCount();
+        refused = fixture.view()->runDisplayImage(&invalid);
+    }));
+    QCOMPARE(pendingBefore, 1);
+    QCOMPARE(refused, -1L);
+    QCOMPARE(fixture.imageLayer()->pendingCount(), 0);
+
+    // The facade's form is refused alike, silently.
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(invalid);
+        fixture.wnd->repaint();
+    }));
+    QCOMPARE(fixture.colourAtCentre(), kRed);
+    QCOMPARE(fixture.scene()->sceneRect(), QRectF(0, 0, kPictureWidth, kPictureHeight));
+}
+
+void RunPathTest::repaintWithNothingQueuedStillRepaints()
+{
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    QCOMPARE(fixture.wnd->zoom(2.0), 0L);
+    Kit::flushPaints();
+    PaintCounter counter(fixture.view()->viewport());
+    int paintsAtReturn = -1;
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->repaint();
+        paintsAtReturn = counter.paints;
+    }));
+    QVERIFY(paintsAtReturn >= 1);
+    QCOMPARE(fixture.scene()->getScale(), 2.0);
+    QCOMPARE(fixture.colourAtCentre(), kRed);
+}
+
+void RunPathTest::fitWaitsForRepaintAndGetBackgroundGivesTheNewerPicture()
+{
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    const double redFit = fixture.scene()->getScale();
+    QCOMPARE(redFit, fitOf(fixture.scene(), QSize(kPictureWidth, kPictureHeight)));
+
+    const QSize wide(8 * kPictureWidth, kPictureHeight);
+    VorImage green = colourPicture(kGreen, wide.width(), wide.height());
+    QVERIFY(runOnWorker([&] { fixture.wnd->setRunBackground(green); }));
+    // No fit at load: the scale waits for the repaint.
+    QCOMPARE(fixture.scene()->getScale(), redFit);
+    VorImage between;
+    QCOMPARE(fixture.wnd->getBackground(&between), 0L);
+    QCOMPARE(QSize(between.Width(), between.Height()), wide);
+    QCOMPARE(fixture.imageLayer()->GetQImage()->size(), QSize(kPictureWidth, kPictureHeight));
+
+    QVERIFY(runOnWorker([&] { fixture.wnd->repaint(); }));
+    QCOMPARE(fixture.scene()->getScale(), fitOf(fixture.scene(), wide));
+    QVERIFY(fixture.scene()->getScale() != redFit);
+}
+
+void RunPathTest::greyPicturePaintsAsItsConvertedColours()
+{
+    EmbeddedWindow fixture;
+    cv::Mat mat(kPictureHeight, kPictureWidth + 1, CV_8UC1);
+    cv::RNG(0x6e7).fill(mat, cv::RNG::UNIFORM, 0, 256);
+    VorImage grey(mat);
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(grey);
+        fixture.wnd->repaint();
+    }));
+    // Each picture pixel a square of several viewport pixels, read at its middle.
+    fixture.showAt(kCellZoom, kPictureCentre);
+    const QImage shown = *fixture.imageLayer()->GetQImage();
+    QCOMPARE(shown.format(), QImage::Format_Indexed8);
+    const QImage expected = shown.convertToFormat(QImage::Format_RGB32);
+    const QImage grabbed = fixture.grabViewport();
+    int compared = 0;
+    for (int y = 0; y < mat.rows; ++y) {
+        for (int x = 0; x < mat.cols; ++x) {
+            const QPoint at = fixture.view()->mapFromScene(QPointF(x + 0.5, y + 0.5));
+            QCOMPARE(Kit::colourText(grabbed.pixel(at)), Kit::colourText(expected.pixel(x, y)));
+            ++compared;
+        }
+    }
+    QCOMPARE(compared, mat.rows * mat.cols);
+}
+
+void RunPathTest::steadyStreamWritesOverTheBuffersOfAReplacedPicture()
+{
+    EmbeddedWindow fixture;
+    VorImage frames[] = {colourPicture(kRed), colourPicture(kGreen), colourPicture(kBlue)};
+    const uchar* buffers[3] = {};
+    QVERIFY(runOnWorker([&] {
+        for (int i = 0; i < 3; ++i) {
+            fixture.wnd->setRunBackground(frames[i]);
+            fixture.wnd->repaint();
+            buffers[i] = fixture.imageLayer()->GetQImage()->constBits();
+        }
+    }));
+    QVERIFY(buffers[0] != buffers[1]);
+    // The third frame went into the first frame's buffer.
+    QCOMPARE(buffers[2], buffers[0]);
+    QCOMPARE(Kit::viewportColourAt(fixture.view(), kPictureCentre), kBlue);
+}
+
+void RunPathTest::pictureHeldByTheHostIsNeverWrittenOver()
+{
+    EmbeddedWindow fixture;
+    VorImage red = colourPicture(kRed);
+    VorImage green = colourPicture(kGreen);
+    VorImage blue = colourPicture(kBlue);
+    QImage kept;
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(red);
+        fixture.wnd->repaint();
+    }));
+    kept = *fixture.imageLayer()->GetQImage();
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(green);
+        fixture.wnd->repaint();
+        fixture.wnd->setRunBackground(blue);
+        fixture.wnd->repaint();
+    }));
+    QCOMPARE(kept.pixel(kPictureWidth / 2, kPictureHeight / 2), kRed);
+    QVERIFY(kept.constBits() != fixture.imageLayer()->GetQImage()->constBits());
+    QCOMPARE(Kit::viewportColourAt(fixture.view(), kPictureCentre), kBlue);
+}
+
+QTEST_MAIN(RunPathTest)
+
+#include "tst_runpath.moc"
