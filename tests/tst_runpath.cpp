@@ -107,6 +107,7 @@ private slots:
     void repaintWithNothingQueuedStillRepaints();
     void fitWaitsForRepaintAndGetBackgroundGivesTheNewerPicture();
     void greyPicturePaintsAsItsConvertedColours();
+    void largeGreyPicturePaintsAsItsConvertedColours();
     void steadyStreamWritesOverTheBuffersOfAReplacedPicture();
     void pictureHeldByTheHostIsNeverWrittenOver();
 };
@@ -330,6 +331,34 @@ void RunPathTest::greyPicturePaintsAsItsConvertedColours()
         }
     }
     QCOMPARE(compared, mat.rows * mat.cols);
+}
+
+// A picture too large for a 32-bit copy is painted as it stands, through its
+// colour table, with the same colours.
+void RunPathTest::largeGreyPicturePaintsAsItsConvertedColours()
+{
+    EmbeddedWindow fixture;
+    constexpr int kSide = 6000;
+    cv::Mat mat(kSide, kSide, CV_8UC1);
+    cv::RNG(0x1a7).fill(mat, cv::RNG::UNIFORM, 0, 256);
+    VorImage grey(mat);
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(grey);
+        fixture.wnd->repaint();
+    }));
+    const QPointF corner(kSide - 20, kSide - 12);
+    fixture.showAt(kCellZoom, corner);
+    const QImage grabbed = fixture.grabViewport();
+    int compared = 0;
+    for (int y = int(corner.y()) - 8; y < int(corner.y()) + 8; ++y) {
+        for (int x = int(corner.x()) - 8; x < int(corner.x()) + 8; ++x) {
+            const QPoint at = fixture.view()->mapFromScene(QPointF(x + 0.5, y + 0.5));
+            const int value = mat.at<uchar>(y, x);
+            QCOMPARE(Kit::colourText(grabbed.pixel(at)), Kit::colourText(qRgb(value, value, value)));
+            ++compared;
+        }
+    }
+    QCOMPARE(compared, 16 * 16);
 }
 
 void RunPathTest::steadyStreamWritesOverTheBuffersOfAReplacedPicture()

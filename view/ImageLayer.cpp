@@ -29,6 +29,17 @@ double fitRatio(double rw, double rh)
     return rw - rh > kFitTolerance ? rh : rw;
 }
 
+// The largest indexed picture that gets a 32-bit paint form, in pixels (that
+// form is then 128 MB). A larger one is painted as it is: the paint engine
+// reads only the pixels the view shows through the colour table, slower per
+// pixel but without a copy four times the picture's size.
+constexpr qint64 kLargestPaintForm = qint64(1) << 25;
+
+bool wantsPaintForm(const QImage& image)
+{
+    return image.format() == QImage::Format_Indexed8 && qint64(image.width()) * image.height() <= kLargestPaintForm;
+}
+
 // The colour of a run's region, whatever its overlay brings.
 constexpr uchar kRunRegionBlue = 0;
 constexpr uchar kRunRegionGreen = 255;
@@ -63,7 +74,8 @@ bool ImageLayer::LoadVorImage(QImage& image)
     if (image.isNull())
         return false;
     m_pendingImages.append(image);
-    m_pendingPaintImage = ConvertIndexedToPaintImage(image);
+    if (wantsPaintForm(image))
+        m_pendingPaintImage = ConvertIndexedToPaintImage(image);
     return true;
 }
 
@@ -125,7 +137,8 @@ void ImageLayer::queueConvertedLocked()
     // nobody else holds them.
     QImage picture = ConvertVorImageToQImage(m_vorImage, std::move(m_spareImage));
     m_spareImage = QImage();
-    m_pendingPaintImage = ConvertIndexedToPaintImage(picture, std::move(m_sparePaintImage));
+    if (wantsPaintForm(picture))
+        m_pendingPaintImage = ConvertIndexedToPaintImage(picture, std::move(m_sparePaintImage));
     m_sparePaintImage = QImage();
     m_pendingImages.append(picture);
 }
@@ -186,12 +199,14 @@ void ImageLayer::Update(bool takeQueued)
         // The picture that leaves the screen keeps its buffers for the next
         // load to write over when a stream goes on at the same size; it takes
         // the place of the queued one, so the layer never holds more than two
-        // pictures. A picture of another size is let go at once.
+        // pictures. A picture of another size, or one too large to keep a
+        // second of, is let go at once.
         QImage leaving = std::move(m_image);
         QImage leavingPaint = std::move(m_paintImage);
         m_image = m_pendingImages.takeFirst();
         releaseSpareLocked();
-        if (leaving.size() == m_image.size() && leaving.format() == m_image.format()) {
+        if (leaving.size() == m_image.size() && leaving.format() == m_image.format()
+            && qint64(leaving.width()) * leaving.height() <= kLargestPaintForm) {
             m_spareImage = std::move(leaving);
             m_sparePaintImage = std::move(leavingPaint);
         }
@@ -217,7 +232,7 @@ void ImageLayer::show()
 
 const QImage& ImageLayer::paintableImage()
 {
-    if (m_image.format() != QImage::Format_Indexed8)
+    if (!wantsPaintForm(m_image))
         return m_image;
     if (m_paintImageKey != m_image.cacheKey() || m_paintImage.isNull()) {
         // A load makes this form beside the picture; only a picture changed
