@@ -12,6 +12,7 @@
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
+#include <tmmintrin.h>
 #endif
 
 namespace {
@@ -59,10 +60,82 @@ inline ushort sixteenBitElement(const uchar* row, int x, size_t elemSize1)
     return v;
 }
 
+// Stores of whole frames bypass the caches where the processor allows: a
+// converted frame is far larger than the caches and is read back only when it
+// is painted, so writing it through the caches would first read every line of
+// it from memory for nothing. Such stores are weakly ordered: a converter that
+// used them ends with storesDone(), before it hands the picture on.
+#if defined(__SSE2__)
+inline bool streamable(const void* dst)
+{
+    return (reinterpret_cast<quintptr>(dst) & 15u) == 0;
+}
+
+inline void storesDone()
+{
+    _mm_sfence();
+}
+#else
+inline void storesDone() {}
+#endif
+
 // One row of `width` blue, green, red byte triplets to RGB32 in memory order
-// blue, green, red, 255.
+// blue, green, red, 255: plain form, one pixel at a time.
+void packTripletsPlain(const uchar* src, uchar* dst, int width)
+{
+    for (int x = 0; x < width; ++x, src += 3, dst += 4) {
+        dst[0] = src[0];
+        dst[1] = src[1];
+        dst[2] = src[2];
+        dst[3] = 255;
+    }
+}
+
+#if defined(__SSE2__) && defined(__GNUC__)
+// The same with the byte shuffle of SSSE3: sixteen pixels from three 16-byte
+// loads, each four pixels spread to 16 bytes and given their alpha. Chosen at
+// run time where the processor has SSSE3. (Stores past the caches measured no
+// faster here: the source is read at the same time.)
+__attribute__((target("ssse3"))) void packTripletsShuffled(const uchar* src, uchar* dst, int width)
+{
+    int x = 0;
+    for (; x < width && !streamable(dst); ++x, src += 3, dst += 4) {
+        dst[0] = src[0];
+        dst[1] = src[1];
+        dst[2] = src[2];
+        dst[3] = 255;
+    }
+    // Bytes 0-11 to four pixels; -1 clears the alpha byte, set by the OR.
+    const __m128i spread = _mm_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11, -1);
+    const __m128i alpha = _mm_set1_epi32(int(0xFF000000u));
+    for (; x + 16 <= width; x += 16, src += 48, dst += 64) {
+        const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src));
+        const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + 16));
+        const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + 32));
+        __m128i* out = reinterpret_cast<__m128i*>(dst);
+        _mm_store_si128(out, _mm_or_si128(_mm_shuffle_epi8(a, spread), alpha));
+        _mm_store_si128(out + 1, _mm_or_si128(_mm_shuffle_epi8(_mm_alignr_epi8(b, a, 12), spread), alpha));
+        _mm_store_si128(out + 2, _mm_or_si128(_mm_shuffle_epi8(_mm_alignr_epi8(c, b, 8), spread), alpha));
+        _mm_store_si128(out + 3, _mm_or_si128(_mm_shuffle_epi8(_mm_srli_si128(c, 4), spread), alpha));
+    }
+    packTripletsPlain(src, dst, width - x);
+}
+
+bool hasByteShuffle()
+{
+    static const bool has = __builtin_cpu_supports("ssse3");
+    return has;
+}
+#endif
+
 void packTriplets(const uchar* src, uchar* dst, int width)
 {
+#if defined(__SSE2__) && defined(__GNUC__)
+    if (hasByteShuffle()) {
+        packTripletsShuffled(src, dst, width);
+        return;
+    }
+#endif
     int x = 0;
 #if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
     // Four pixels from three 32-bit words; a pixel is the 32-bit value
@@ -78,12 +151,7 @@ void packTriplets(const uchar* src, uchar* dst, int width)
         std::memcpy(dst, out, sizeof out);
     }
 #endif
-    for (; x < width; ++x, src += 3, dst += 4) {
-        dst[0] = src[0];
-        dst[1] = src[1];
-        dst[2] = src[2];
-        dst[3] = 255;
-    }
+    packTripletsPlain(src, dst, width - x);
 }
 
 // `recycled` itself when nobody else shares its pixels and it has the size
@@ -181,16 +249,18 @@ void expandGreys(const uchar* src, quint32* dst, int width)
 {
     int x = 0;
 #if defined(__SSE2__)
+    for (; x < width && !streamable(dst + x); ++x)
+        dst[x] = 0xFF000000u | quint32(src[x]) * 0x010101u;
     const __m128i alpha = _mm_set1_epi32(int(0xFF000000u));
     for (; x + 16 <= width; x += 16) {
         const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + x));
         const __m128i low = _mm_unpacklo_epi8(v, v);
         const __m128i high = _mm_unpackhi_epi8(v, v);
         __m128i* out = reinterpret_cast<__m128i*>(dst + x);
-        _mm_storeu_si128(out, _mm_or_si128(_mm_unpacklo_epi16(low, low), alpha));
-        _mm_storeu_si128(out + 1, _mm_or_si128(_mm_unpackhi_epi16(low, low), alpha));
-        _mm_storeu_si128(out + 2, _mm_or_si128(_mm_unpacklo_epi16(high, high), alpha));
-        _mm_storeu_si128(out + 3, _mm_or_si128(_mm_unpackhi_epi16(high, high), alpha));
+        _mm_stream_si128(out, _mm_or_si128(_mm_unpacklo_epi16(low, low), alpha));
+        _mm_stream_si128(out + 1, _mm_or_si128(_mm_unpackhi_epi16(low, low), alpha));
+        _mm_stream_si128(out + 2, _mm_or_si128(_mm_unpacklo_epi16(high, high), alpha));
+        _mm_stream_si128(out + 3, _mm_or_si128(_mm_unpackhi_epi16(high, high), alpha));
     }
 #endif
     for (; x < width; ++x)
@@ -259,6 +329,7 @@ QImage ConvertIndexedToPaintImage(const QImage& image, QImage recycled)
         else
             lookUpColours(image.constScanLine(y), dst, image.width(), table.constData());
     }
+    storesDone();
     return result;
 }
 
