@@ -1,6 +1,7 @@
 #include "imagectrlview.h"
 
 #include "FloatAreaWidget.h"
+#include "ForeLayer.h"
 #include "ImageLayer.h"
 #include "datainterface.h"
 #include "eventthread.h"
@@ -579,6 +580,12 @@ void ImageCtrlView::drawForeground(QPainter* painter, const QRectF& rect)
     // The toolkit refuses a second painter on the viewport during its paint,
     // so what follows draws through this one, reset to viewport pixels.
     m_foregroundPainter = painter;
+    if (ForeLayer* fore = m_scene->GetForeLayer()) {
+        painter->save();
+        painter->resetTransform();
+        fore->paint(painter);
+        painter->restore();
+    }
     if (m_gridVisible)
         drawGridLine();
     if (m_crossVisible)
