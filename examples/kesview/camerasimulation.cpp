@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QMetaObject>
 
 namespace {
 
@@ -17,6 +18,18 @@ constexpr int kSweepPerFrame = 9;
 constexpr int kSweepLift = 60;
 // How long stop() lets events run between looks at the worker.
 constexpr int kStopPollMs = 10;
+
+// Parts of the generated picture (picture pixels of the unmoved scene) that the
+// simulated inspection marks in every frame: the flange, found in green, and
+// the calibration grid, measured in orange.
+constexpr double kFlangeX = 1290.0;
+constexpr double kFlangeY = 1368.0;
+constexpr double kFlangeRadius = 300.0;
+constexpr double kGridLeft = 111.0;
+constexpr double kGridTop = 966.0;
+constexpr double kGridWidth = 779.0;
+constexpr double kGridHeight = 701.0;
+constexpr long kMarkPenWidth = 4;
 
 } // namespace
 
@@ -85,15 +98,44 @@ void CameraSimulation::makeFrame(qint64 number, cv::Mat& frame) const
     cv::add(sweep, cv::Scalar::all(kSweepLift), sweep);
 }
 
+VorOverlayPath CameraSimulation::frameMarks(qint64 number) const
+{
+    // Where a point of the unmoved scene is in this frame.
+    const int width = m_scene.cols;
+    const int shift = int((number * kSlidePerFrame) % width);
+    auto slid = [&](double x) {
+        const double moved = x - shift;
+        return moved < 0.0 ? moved + width : moved;
+    };
+    VorOverlayPath path;
+    VorOverlay flange;
+    flange.GenCircle(VorPoint(slid(kFlangeX), kFlangeY), kFlangeRadius);
+    flange.SetPen(0, 255, 0, kMarkPenWidth);
+    path.Append(flange);
+    VorOverlay grid;
+    const double left = slid(kGridLeft);
+    grid.GenRect1(VorPoint(left, kGridTop), VorPoint(left + kGridWidth, kGridTop + kGridHeight));
+    grid.SetPen(255, 128, 0, kMarkPenWidth);
+    path.Append(grid);
+    return path;
+}
+
 void CameraSimulation::run()
 {
     cv::Mat buffers[2];
+    KESImageWnd* window = m_window;
     for (qint64 number = 0; !m_stopping; ++number) {
         cv::Mat& frame = buffers[number % 2];
         makeFrame(number, frame);
         VorImage image(frame);
-        m_window->setRunBackground(image);
-        if (m_window->repaint() != 0)
+        VorOverlayPath marks = frameMarks(number);
+        // The marks of the frame before go first; the layer's calls other than
+        // the three of the worker's cycle belong to the window's thread.
+        QMetaObject::invokeMethod(
+            window, [window] { window->clearLayer(KESImageWnd::LAYER_IMAGE); }, Qt::BlockingQueuedConnection);
+        window->setRunBackground(image);
+        window->displayRunShapes(marks);
+        if (window->repaint() != 0)
             break;
         ++m_frames;
     }

@@ -11,10 +11,12 @@
 
 // A camera on a worker thread, as a live inspection host has one: it makes
 // moving frames of the generated inspection picture and hands each to the image
-// window with setRunBackground, then repaint(), which returns once the frame is
-// on screen, so the window's pace sets the frame rate. Frames are written into
-// two buffers in turn: the window keeps the last frame it was given, and the
-// camera writes the next one into the other buffer.
+// window with setRunBackground, the frame's inspection marks (in picture
+// pixels) with displayRunShapes, then repaint(), which returns once the frame
+// is on screen, so the window's pace sets the frame rate. The marks of the
+// frame before are cleared on the window's thread first. Frames are written
+// into two buffers in turn: the window keeps the last frame it was given, and
+// the camera writes the next one into the other buffer.
 class CameraSimulation : public QThread
 {
 public:
@@ -35,6 +37,8 @@ protected:
 
 private:
     void makeFrame(qint64 number, cv::Mat& frame) const;
+    // What an inspection finds in the frame: marks that move with the parts.
+    VorOverlayPath frameMarks(qint64 number) const;
 
     KESImageWnd* m_window;
     cv::Mat m_scene;
