@@ -27,6 +27,7 @@ constexpr float kHalfTurnDegrees = 180.0f;
 // The length of an arrow's barbs along the line, in pixels.
 constexpr double kArrowLength = 7.0;
 constexpr int kMaximumFontWeight = 99;
+constexpr int kFarOff = 1 << 30;
 
 QPointF toQPoint(const VorPoint& p)
 {
@@ -142,7 +143,11 @@ void addText(StaticShape& shape, VorOverlay& overlay, StaticShape::TextDecoding 
         shape.font.setPointSize(font.size);
     const QString text = decodeText(var.S(), decoding);
     const QFontMetrics metrics(shape.font);
-    shape.textRect = QRect(TruncateToInt(p.x), TruncateToInt(p.y), metrics.width(text), metrics.height());
+    // A corner far beyond any screen is held where the box's far edges still
+    // fit an int.
+    const int x = qBound(-kFarOff, TruncateToInt(p.x), kFarOff);
+    const int y = qBound(-kFarOff, TruncateToInt(p.y), kFarOff);
+    shape.textRect = QRect(x, y, metrics.width(text), metrics.height());
     shape.text = text;
     shape.path.addText(p.x, p.y, shape.font, text);
     shape.type = StaticShape::PathText;

@@ -75,6 +75,7 @@ private slots:
     void imageLayerReadsGb18030WhateverTheLocale();
     void textBoxFollowsTheFontMetrics();
     void textFontCarriesNoUnderline();
+    void textFarOffKeepsItsBoxWithinInt();
     void getPointTurnsCounterClockwiseInSinglePrecision();
 };
 
@@ -462,6 +463,17 @@ void TestStaticRecords::textFontCarriesNoUnderline()
     QCOMPARE(made.weight(), 75);
     QCOMPARE(made.pointSize(), 14);
     QCOMPARE(made.family(), QString("DejaVu Sans"));
+}
+
+void TestStaticRecords::textFarOffKeepsItsBoxWithinInt()
+{
+    VorOverlay far = textOverlay("far", 1e300, -1e300);
+    const QRect box = BackGroundItem(far, nullptr).getTextRect();
+    QCOMPARE(box.left(), 1 << 30);
+    QCOMPARE(box.top(), -(1 << 30));
+    QVERIFY(box.right() > box.left());
+    VorOverlay nan = textOverlay("nan", std::nan(""), 5);
+    QCOMPARE(BackGroundItem(nan, nullptr).getTextRect().left(), 0);
 }
 
 void TestStaticRecords::getPointTurnsCounterClockwiseInSinglePrecision()

@@ -5,6 +5,7 @@
 #include "imagectrlscene.h"
 #include "odshape.h"
 #include "staticshape.h"
+#include "viewpainter.h"
 #include "odregion.h"
 #include "regionmask.h"
 
@@ -184,11 +185,8 @@ void ImageLayer::setViewMatrix(double scale)
     // that it goes on painting the grey background.
     if (!std::isfinite(scale))
         return;
-    QMatrix matrix;
-    matrix.scale(scale, scale);
-    matrix.rotate(0.0);
     if (!m_scene->views().isEmpty())
-        m_scene->views().at(0)->setMatrix(matrix, false);
+        m_scene->views().at(0)->setMatrix(ViewPainter::viewMatrix(scale), false);
 }
 
 void ImageLayer::Update(bool takeQueued)

@@ -337,6 +337,8 @@ void ImageCtrlScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
     emit mouseDoubleClick();
 }
 
+// Steps 1 and 2 of the view's paint order (ViewPainter): the grey brush, then
+// the image layer's picture, region image and static records.
 void ImageCtrlScene::drawBackground(QPainter* painter, const QRectF& rect)
 {
     QGraphicsScene::drawBackground(painter, rect);
