@@ -105,6 +105,7 @@ private slots:
     void invalidPictureIsRefusedAndDropsTheQueuedOne_data();
     void invalidPictureIsRefusedAndDropsTheQueuedOne();
     void repaintWithNothingQueuedStillRepaints();
+    void runShapesShowWithTheirFrame();
     void fitWaitsForRepaintAndGetBackgroundGivesTheNewerPicture();
     void greyStreamPaintsEachFrameAsItsGreyValues();
     void largeGreyPicturePaintsAsItsConvertedColours();
@@ -282,6 +283,41 @@ void RunPathTest::repaintWithNothingQueuedStillRepaints()
     QVERIFY(paintsAtReturn >= 1);
     QCOMPARE(fixture.scene()->getScale(), 2.0);
     QCOMPARE(fixture.colourAtCentre(), kRed);
+}
+
+// The worker's whole cycle: the frame and the marks given with it appear
+// together at the repaint.
+void RunPathTest::runShapesShowWithTheirFrame()
+{
+    RedWindow fixture;
+    QCOMPARE(fixture.shownRed, 0L);
+    const QRectF box(10, 8, 40, 24);
+    VorOverlay mark;
+    mark.GenRect1(VorPoint(box.left(), box.top()), VorPoint(box.right(), box.bottom()));
+    mark.SetPen(0, 255, 0, 3);
+    VorOverlayPath marks;
+    marks.Append(mark);
+    VorImage blue = colourPicture(kBlue);
+    QVERIFY(runOnWorker([&] {
+        fixture.wnd->setRunBackground(blue);
+        fixture.wnd->displayRunShapes(marks);
+        fixture.wnd->repaint();
+    }));
+    QCOMPARE(fixture.colourAtCentre(), kBlue);
+    QCOMPARE(fixture.imageLayer()->getShapeIDS().size(), 1);
+    // A record of a run is drawn with a hairline pen: along the box's left
+    // edge some pixel turns from the frame's blue towards the mark's green.
+    const QImage grabbed = fixture.grabViewport();
+    const QPoint edge = fixture.view()->mapFromScene(QPointF(box.left(), box.center().y()));
+    int greenish = 0;
+    for (int dx = -3; dx <= 3; ++dx) {
+        const QRgb pixel = grabbed.pixel(edge + QPoint(dx, 0));
+        if (qGreen(pixel) > qBlue(pixel))
+            ++greenish;
+    }
+    QVERIFY(greenish > 0);
+    // Away from the edges the frame's own colour.
+    QCOMPARE(Kit::viewportColourAt(fixture.view(), box.center()), kBlue);
 }
 
 void RunPathTest::fitWaitsForRepaintAndGetBackgroundGivesTheNewerPicture()

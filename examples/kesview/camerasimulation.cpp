@@ -29,7 +29,9 @@ constexpr double kGridLeft = 111.0;
 constexpr double kGridTop = 966.0;
 constexpr double kGridWidth = 779.0;
 constexpr double kGridHeight = 701.0;
-constexpr long kMarkPenWidth = 4;
+// Records of a run are drawn as hairlines whatever width their pen names;
+// the colour is theirs.
+constexpr long kMarkPenWidth = 1;
 
 } // namespace
 
@@ -129,11 +131,14 @@ void CameraSimulation::run()
         makeFrame(number, frame);
         VorImage image(frame);
         VorOverlayPath marks = frameMarks(number);
-        // The marks of the frame before go first; the layer's calls other than
-        // the three of the worker's cycle belong to the window's thread.
+        window->setRunBackground(image);
+        // The marks of the frame before go just before the new ones come. The
+        // layer's calls other than the three of the worker's cycle belong to
+        // the window's thread, and a clear there asks for a repaint of its
+        // own: the window may show the frame before without marks for one
+        // paint before repaint() brings this one.
         QMetaObject::invokeMethod(
             window, [window] { window->clearLayer(KESImageWnd::LAYER_IMAGE); }, Qt::BlockingQueuedConnection);
-        window->setRunBackground(image);
         window->displayRunShapes(marks);
         if (window->repaint() != 0)
             break;

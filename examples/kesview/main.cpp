@@ -379,6 +379,10 @@ int main(int argc, char* argv[])
         QTimer::singleShot(100, &window, [&] {
             applyShown();
             QTimer::singleShot(camera ? kCameraShotDelayMs : 300, &window, [&] {
+                // The camera ends its frame first, so that the picture shows
+                // a frame with its marks.
+                if (camera)
+                    camera->stop();
                 QApplication::processEvents();
                 const QPixmap pixels = window.grab();
                 if (!pixels.save(shotFile)) {
