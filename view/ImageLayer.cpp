@@ -90,14 +90,7 @@ bool ImageLayer::LoadVorImage(QImage& image)
 bool ImageLayer::LoadVorImage(VorImage* image)
 {
     QMutexLocker lock(&m_imageMutex);
-    recycleQueueLocked();
-    if (!m_vorImage)
-        m_vorImage = new VorImage;
-    if (image)
-        *m_vorImage = *image;
-    else
-        *m_vorImage = VorImage();
-    if (!IsValidVorImage(m_vorImage))
+    if (!storeCopyLocked(image))
         return false;
     if (m_zoomModel == VOR_ZOOM_FIT)
         m_scene->setScale(GetFitImageScaledValue());
@@ -108,6 +101,16 @@ bool ImageLayer::LoadVorImage(VorImage* image)
 bool ImageLayer::runLoadVorImage(VorImage* image)
 {
     QMutexLocker lock(&m_imageMutex);
+    if (!storeCopyLocked(image) || m_vorImage->Height() < 0 || m_vorImage->Width() < 0)
+        return false;
+    queueConvertedLocked();
+    return true;
+}
+
+bool ImageLayer::storeCopyLocked(VorImage* image)
+{
+    // The queue is emptied first: a refused picture also loses the one that
+    // was waiting, and an invalid copy stays stored.
     recycleQueueLocked();
     if (!m_vorImage)
         m_vorImage = new VorImage;
@@ -115,10 +118,7 @@ bool ImageLayer::runLoadVorImage(VorImage* image)
         *m_vorImage = *image;
     else
         *m_vorImage = VorImage();
-    if (!IsValidVorImage(m_vorImage) || m_vorImage->Height() < 0 || m_vorImage->Width() < 0)
-        return false;
-    queueConvertedLocked();
-    return true;
+    return IsValidVorImage(m_vorImage);
 }
 
 void ImageLayer::recycleQueueLocked()

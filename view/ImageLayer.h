@@ -122,6 +122,8 @@ private:
     double applyScale(double scale, double viewWidth, double viewHeight, bool fitToView);
     void setViewMatrix(double scale);
     const QImage& paintableImage();
+    // Empties the queue, stores a copy of the picture; whether it is valid.
+    bool storeCopyLocked(VorImage* image);
     // The queue's picture and its paint form become the spare buffers.
     void recycleQueueLocked();
     void releaseSpareLocked();
