@@ -201,10 +201,9 @@ long KESImageWnd::getBackground(VorImage* image)
 {
     if (!m_mainWindow || !image)
         return -1;
-    VorImage* stored = imageLayerOf(m_mainWindow)->GetVorImage();
-    if (!stored)
+    // Under the layer's lock: a worker may be storing a newer picture.
+    if (!imageLayerOf(m_mainWindow)->copyVorImage(image))
         return -1;
-    *image = *stored;
     return IsValidVorImage(image) ? 0 : -1;
 }
 

@@ -565,6 +565,15 @@ VorImage* ImageLayer::GetVorImage() const
     return m_vorImage;
 }
 
+bool ImageLayer::copyVorImage(VorImage* target)
+{
+    QMutexLocker lock(&m_imageMutex);
+    if (!m_vorImage)
+        return false;
+    *target = *m_vorImage;
+    return true;
+}
+
 QImage* ImageLayer::GetQImage()
 {
     return &m_image;

@@ -106,6 +106,9 @@ public:
     void SetZoomModel(VOR_ZOOM_MODEL model);
     VOR_ZOOM_MODEL GetZoomModel() const;
     VorImage* GetVorImage() const;
+    // Assigns the stored VorImage to target under m_imageMutex, so that a
+    // worker's load cannot change it halfway; false when none is stored.
+    bool copyVorImage(VorImage* target);
     QImage* GetQImage();
     void setIsVorImg(bool isVorImg);
     bool isVorImg() const;
