@@ -7,6 +7,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "odtexttool.h"
+#include "threadannotations.h"
 
 #include <QFont>
 #include <QWidget>
@@ -221,7 +222,11 @@ long KESImageWnd::repaint()
 {
     if (!m_mainWindow)
         return -1;
+    // The blocking connection orders the worker's frame before the window's
+    // paint, and the paint before the worker's next frame.
+    ThreadOrder::handOver(m_mainWindow);
     emit m_mainWindow->sendRepaint();
+    ThreadOrder::takeOver(m_mainWindow);
     return 0;
 }
 

@@ -8,6 +8,7 @@
 #include "imagectrlview.h"
 #include "numericguards.h"
 #include "statusbar.h"
+#include "threadannotations.h"
 
 #include "ShapeLayer.h"
 #include "imageconversion.h"
@@ -284,7 +285,10 @@ void CMainWindow::showScrollbar(bool visible)
 
 void CMainWindow::repaintWnd()
 {
+    // The waiting worker's repaint() hands over here and takes back on return.
+    ThreadOrder::takeOver(this);
     m_imageView->RefreshLayers();
+    ThreadOrder::handOver(this);
 }
 
 void CMainWindow::setBackground(qlonglong image)

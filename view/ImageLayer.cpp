@@ -5,6 +5,7 @@
 #include "imagectrlscene.h"
 #include "odregion.h"
 #include "regionmask.h"
+#include "threadannotations.h"
 
 #include "VORMV.h"
 #include "VorImage.h"
@@ -56,6 +57,7 @@ ImageLayer::~ImageLayer()
 bool ImageLayer::LoadVorImage(QImage& image)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     m_pendingImages.clear();
     if (image.isNull())
         return false;
@@ -66,6 +68,7 @@ bool ImageLayer::LoadVorImage(QImage& image)
 bool ImageLayer::LoadVorImage(VorImage* image)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     m_pendingImages.clear();
     if (!m_vorImage)
         m_vorImage = new VorImage;
@@ -84,6 +87,7 @@ bool ImageLayer::LoadVorImage(VorImage* image)
 bool ImageLayer::runLoadVorImage(VorImage* image)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     m_pendingImages.clear();
     if (!m_vorImage)
         m_vorImage = new VorImage;
@@ -141,7 +145,10 @@ void ImageLayer::setViewMatrix(double scale)
 void ImageLayer::Update(bool takeQueued)
 {
     m_imageMutex.lock();
+    // Told to ThreadSanitizer: the lock orders this take-over after the worker's load.
+    ThreadOrder::takeOver(&m_imageMutex);
     if (takeQueued && m_pendingImages.isEmpty()) {
+        ThreadOrder::handOver(&m_imageMutex);
         m_imageMutex.unlock();
         return;
     }
@@ -155,8 +162,10 @@ void ImageLayer::Update(bool takeQueued)
     if (takeQueued) {
         // A queued picture is taken over with the matrix set under the lock.
         setViewMatrix(matrixScale);
+        ThreadOrder::handOver(&m_imageMutex);
         m_imageMutex.unlock();
     } else {
+        ThreadOrder::handOver(&m_imageMutex);
         m_imageMutex.unlock();
         setViewMatrix(matrixScale);
     }
@@ -184,6 +193,7 @@ const QImage& ImageLayer::paintableImage()
 void ImageLayer::drawBackground(QPainter* painter, const QRectF& exposed)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     const QRectF rect(0, 0, m_image.width(), m_image.height());
     if (rect.width() <= 0 || rect.height() <= 0)
         return;
@@ -205,12 +215,14 @@ ODRegion* ImageLayer::GetRegion() const
 void ImageLayer::runDrawRegion(VorRegion& region)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     loadRegionOverlayLocked(region);
 }
 
 void ImageLayer::resetRegion()
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     resetRegionLocked();
 }
 
@@ -283,6 +295,7 @@ void ImageLayer::ClearVorImage()
 {
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         delete m_vorImage;
         m_vorImage = nullptr;
         // A one-pixel picture in the unchanged scene rectangle; its pixel is
@@ -326,6 +339,7 @@ bool ImageLayer::isVorImg() const
 int ImageLayer::pendingCount()
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     return m_pendingImages.size();
 }
 
@@ -336,6 +350,7 @@ void ImageLayer::drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& end,
     QList<QString> texts;
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         const int width = m_image.width();
         const int height = m_image.height();
         const QImage::Format format = m_image.format();
