@@ -1,5 +1,6 @@
 #include "KESImageWnd.h"
 
+#include "ForeLayer.h"
 #include "ImageLayer.h"
 #include "ShapeLayer.h"
 #include "MainWindow.h"
@@ -34,7 +35,12 @@ ShaperLayer* shapeLayerOf(CMainWindow* window)
 
 ImageLayer* imageLayerOf(CMainWindow* window)
 {
-    return window->GetImageCtrlView()->GetImageCtrlScene()->GetImageLayer();
+    return sceneOf(window)->GetImageLayer();
+}
+
+ForeLayer* foreLayerOf(CMainWindow* window)
+{
+    return sceneOf(window)->GetForeLayer();
 }
 
 // The window's geometry from the host's bounds: (left, top, right - left,
@@ -523,28 +529,51 @@ void KESImageWnd::setNumVisible(bool visible)
         viewOf(m_mainWindow)->SetNumVisible(visible);
 }
 
-// The image and fore layers take no shapes from the host yet: a call on them
-// answers as a layer value that is not one of Layer does.
+// The layer dispatch: the shape layer checks the picture first in VorImage
+// mode; the image and fore layers take any picture state; any other layer
+// value is refused.
 
 long KESImageWnd::displayROI(VorROI& shape, KESImageWnd::Layer layerIndex)
 {
-    if (!m_mainWindow || layerIndex != LAYER_SHAPE)
+    if (!m_mainWindow)
         return -1;
-    return shapeLayerOf(m_mainWindow)->DrawROI(shape, m_mainWindow->isVorImg());
+    switch (layerIndex) {
+    case LAYER_SHAPE: return shapeLayerOf(m_mainWindow)->DrawROI(shape, m_mainWindow->isVorImg());
+    case LAYER_IMAGE: return imageLayerOf(m_mainWindow)->DrawROI(shape);
+    case LAYER_FORE: return foreLayerOf(m_mainWindow)->DrawROI(shape);
+    }
+    return -1;
 }
 
 long KESImageWnd::displayOverlay(VorOverlay& shape, KESImageWnd::Layer layerIndex)
 {
-    if (!m_mainWindow || layerIndex != LAYER_SHAPE)
+    if (!m_mainWindow)
         return -1;
-    return shapeLayerOf(m_mainWindow)->DrawOverlay(shape, m_mainWindow->isVorImg());
+    switch (layerIndex) {
+    case LAYER_SHAPE: return shapeLayerOf(m_mainWindow)->DrawOverlay(shape, m_mainWindow->isVorImg());
+    case LAYER_IMAGE: return imageLayerOf(m_mainWindow)->DrawOverlay(shape);
+    case LAYER_FORE: return foreLayerOf(m_mainWindow)->DrawOverlay(shape);
+    }
+    return -1;
 }
 
 long KESImageWnd::displayOverlayPath(VorOverlayPath& overlayPath, KESImageWnd::Layer layerIndex)
 {
-    if (!m_mainWindow || layerIndex != LAYER_SHAPE)
+    if (!m_mainWindow)
         return -1;
-    return shapeLayerOf(m_mainWindow)->DrawOverlayPath(overlayPath, m_mainWindow->isVorImg());
+    switch (layerIndex) {
+    case LAYER_SHAPE: return shapeLayerOf(m_mainWindow)->DrawOverlayPath(overlayPath, m_mainWindow->isVorImg());
+    case LAYER_IMAGE: return imageLayerOf(m_mainWindow)->DrawOverlayPath(overlayPath);
+    case LAYER_FORE: return foreLayerOf(m_mainWindow)->DrawOverlayPath(overlayPath);
+    }
+    return -1;
+}
+
+void KESImageWnd::displayRunShapes(VorOverlayPath& overlayPath)
+{
+    if (!m_mainWindow)
+        return;
+    imageLayerOf(m_mainWindow)->runDrawShape(overlayPath);
 }
 
 long KESImageWnd::clearLayer(KESImageWnd::Layer layerIndex)
@@ -557,9 +586,14 @@ long KESImageWnd::clearLayer(KESImageWnd::Layer layerIndex)
 
 QList<long> KESImageWnd::getShapeIDS(KESImageWnd::Layer layerIndex)
 {
-    if (!m_mainWindow || layerIndex != LAYER_SHAPE)
+    if (!m_mainWindow)
         return {};
-    return shapeLayerOf(m_mainWindow)->getShapeIDS();
+    switch (layerIndex) {
+    case LAYER_SHAPE: return shapeLayerOf(m_mainWindow)->getShapeIDS();
+    case LAYER_IMAGE: return imageLayerOf(m_mainWindow)->getShapeIDS();
+    case LAYER_FORE: return foreLayerOf(m_mainWindow)->getShapeIDS();
+    }
+    return {};
 }
 
 long KESImageWnd::getROIShape(long id, VorROI* shape)
@@ -596,7 +630,12 @@ long KESImageWnd::visibleShape(qlonglong id, bool visible)
 {
     if (!m_mainWindow)
         return -1;
-    return long(shapeLayerOf(m_mainWindow)->ShapeVisible(long(id), visible));
+    // The image layer is asked only when the shape layer says -1; the fore
+    // layer is never asked, so its records answer -1 and stay as they are.
+    int result = shapeLayerOf(m_mainWindow)->ShapeVisible(long(id), visible);
+    if (result == -1)
+        result = int(imageLayerOf(m_mainWindow)->ShapeVisible(id, visible));
+    return long(result);
 }
 
 bool KESImageWnd::isShapeMovable(qlonglong id)

@@ -79,6 +79,10 @@ public slots:
     long displayROI(VorROI& shape, KESImageWnd::Layer layerIndex = LAYER_SHAPE);
     long displayOverlay(VorOverlay& shape, KESImageWnd::Layer layerIndex = LAYER_SHAPE);
     long displayOverlayPath(VorOverlayPath& overlayPath, KESImageWnd::Layer layerIndex = LAYER_SHAPE);
+    // For a worker thread, between setRunBackground and repaint(): the path's
+    // overlays become static records of LAYER_IMAGE in their own colours, and
+    // a region overlay the layer's region image. Shown by the next repaint().
+    void displayRunShapes(VorOverlayPath& overlayPath);
     // Empties a layer: shapes, texts and region on the shape layer; 0 also for
     // a layer value that is not one of Layer.
     long clearLayer(KESImageWnd::Layer layerIndex);

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "ForeLayer.h"
 #include "ImageLayer.h"
 #include "buttontoolbar.h"
 #include "datainterface.h"
@@ -393,33 +394,44 @@ void CMainWindow::clearShapeLayer()
     layer->Show(true);
 }
 
-// The image and fore layers hold no shapes of the host yet: the shape layer is
-// the one that answers.
+// The id is looked for on every layer; nothing stops at the first find.
 void CMainWindow::removeShape(qlonglong id)
 {
     removeFromShapeLayer(id);
+    scene()->GetImageLayer()->removeShape(long(id));
+    scene()->GetForeLayer()->removeShape(long(id));
 }
 
 void CMainWindow::removeShapeList(QList<long> idList)
 {
     for (long id : idList)
         removeFromShapeLayer(id);
+    scene()->GetImageLayer()->removeShapeList(idList);
+    scene()->GetForeLayer()->removeShapeList(idList);
 }
 
+// Unlike the facade's call, every layer is asked, whatever the one before said.
 void CMainWindow::visibleShape(qlonglong id, bool visible)
 {
     scene()->GetActiveLayer()->ShapeVisible(long(id), visible);
+    scene()->GetImageLayer()->ShapeVisible(id, visible);
+    scene()->GetForeLayer()->ShapeVisible(id, visible);
 }
 
 void CMainWindow::clear()
 {
     clearShapeLayer();
+    scene()->GetImageLayer()->clearShape();
+    scene()->GetForeLayer()->clearShape();
 }
 
 void CMainWindow::clearLayer(KESImageWnd::Layer layerIndex)
 {
-    if (layerIndex == KESImageWnd::LAYER_SHAPE)
-        clearShapeLayer();
+    switch (layerIndex) {
+    case KESImageWnd::LAYER_SHAPE: clearShapeLayer(); break;
+    case KESImageWnd::LAYER_IMAGE: scene()->GetImageLayer()->clearShape(); break;
+    case KESImageWnd::LAYER_FORE: scene()->GetForeLayer()->clearShape(); break;
+    }
 }
 
 void CMainWindow::selectShape(qlonglong id)

@@ -2,12 +2,16 @@
 // run of regions of interest and overlays of any type code, with numbers that
 // may be NaN, infinite, negative or huge, point lists of any length, colours
 // of any value and small masks of any type, which go to the shape layer as
-// display calls. Each shape made is painted and read back by id. Nothing may
-// crash, hang, leak or reach undefined behaviour; an id is -1 or a shape of
-// the layer, and a known id always reads back.
+// display calls on the shape layer, the image layer's static records (also
+// in the worker's form) and the foreground. Each shape made is painted, and
+// on the shape layer read back by id. Nothing may crash, hang, leak or reach
+// undefined behaviour; an id is -1 or a shape of the layer it was given to,
+// and a known id always reads back.
 
 #include "fuzzview.h"
 
+#include "ForeLayer.h"
+#include "ImageLayer.h"
 #include "ShapeLayer.h"
 #include "oditemregion.h"
 
@@ -172,6 +176,56 @@ void checkMade(ShaperLayer* layer, long id, bool isROI, bool fromPath = false)
         layer->GetOverlay(id, &overlay);
 }
 
+// A record that a static layer says it made must be listed there.
+template <typename Layer>
+void checkListed(Layer* layer, long id)
+{
+    if (id >= 0 && !layer->getShapeIDS().contains(id)) {
+        fprintf(stderr, "id %ld was given but the static layer does not hold it\n", id);
+        abort();
+    }
+}
+
+// The same data as static records of the image layer, in the worker's form
+// for a path as well, and of the foreground.
+void drawStatic(Reader& in, ImageLayer* image, ForeLayer* fore, int kind)
+{
+    const bool onImage = in.byte() & 1;
+    switch (kind) {
+    case 0: {
+        VorROI roi = makeROI(in);
+        if (onImage)
+            checkListed(image, image->DrawROI(roi));
+        else
+            checkListed(fore, fore->DrawROI(roi));
+        break;
+    }
+    case 1: {
+        VorOverlay overlay = makeOverlay(in);
+        if (onImage)
+            checkListed(image, image->DrawOverlay(overlay));
+        else
+            checkListed(fore, fore->DrawOverlay(overlay));
+        break;
+    }
+    default: {
+        VorOverlayPath path;
+        const int count = in.byte() % 4;
+        for (int k = 0; k < count; ++k)
+            path.Append(makeOverlay(in));
+        if (!onImage) {
+            checkListed(fore, fore->DrawOverlayPath(path));
+        } else if (in.byte() & 1) {
+            for (long id : image->runDrawShape(path))
+                checkListed(image, id);
+        } else {
+            checkListed(image, image->DrawOverlayPath(path));
+        }
+        break;
+    }
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -181,10 +235,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     KesFuzz::Harness& harness = KesFuzz::Harness::instance();
     ImageCtrlScene* scene = harness.view()->GetImageCtrlScene();
     ShaperLayer* layer = scene->GetActiveLayer();
+    ImageLayer* image = scene->GetImageLayer();
+    ForeLayer* fore = scene->GetForeLayer();
 
     Reader in(data, size);
     for (int i = 0; i < 12 && !in.atEnd(); ++i) {
-        switch (in.byte() % 3) {
+        const int step = in.byte() % 6;
+        if (step >= 3) {
+            drawStatic(in, image, fore, step - 3);
+            continue;
+        }
+        switch (step) {
         case 0: {
             VorROI roi = makeROI(in);
             checkMade(layer, layer->DrawROI(roi, false), true);
@@ -216,5 +277,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     layer->ClearAllSelectedText();
     layer->ClearAllText();
     layer->ClearRegion();
+    image->clearShape();
+    // The foreground's clear keeps its ids listed; removal lets them go.
+    fore->removeShapeList(fore->getShapeIDS());
     return 0;
 }

@@ -13,8 +13,13 @@
 
 long ODShape::s_ID = 0;
 
+long ODShape::NextID()
+{
+    return __atomic_fetch_add(&s_ID, 1, __ATOMIC_RELAXED);
+}
+
 ODShape::ODShape(QGraphicsScene* scene, DrawMode mode)
-    : m_id(s_ID++)
+    : m_id(NextID())
     , m_drawMode(mode)
     , m_lineWidth(1.0f)
     , m_offsetX(0.0f)

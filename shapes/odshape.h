@@ -41,6 +41,9 @@ public:
     // One counter for the process, shared with texts, regions and static
     // records; never reset, so ids are never reused.
     static long s_ID;
+    // Takes the next id. The worker's static records take ids too, so the
+    // counter is stepped atomically.
+    static long NextID();
 
     ODShape(QGraphicsScene* scene, DrawMode mode);
     virtual ~ODShape();

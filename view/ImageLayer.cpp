@@ -3,18 +3,25 @@
 #include "datainterface.h"
 #include "imageconversion.h"
 #include "imagectrlscene.h"
+#include "odshape.h"
+#include "staticshape.h"
+#include "viewpainter.h"
 #include "odregion.h"
 #include "regionmask.h"
 #include "threadannotations.h"
 
 #include "VORMV.h"
 #include "VorImage.h"
+#include "VorOverlay.h"
+#include "VorOverlayPath.h"
+#include "VorROI.h"
 #include "VorRegion.h"
 
 #include <QGraphicsView>
 #include <QMatrix>
 #include <QMutexLocker>
 #include <QPainter>
+#include <QPen>
 
 #include <cmath>
 
@@ -50,6 +57,7 @@ ImageLayer::ImageLayer(ImageCtrlScene* scene)
 // (GetVorImage) and the host may still read it while the window goes down.
 ImageLayer::~ImageLayer()
 {
+    m_backGroundItems.clear();
     delete m_region;
     m_region = nullptr;
 }
@@ -135,11 +143,8 @@ void ImageLayer::setViewMatrix(double scale)
     // that it goes on painting the grey background.
     if (!std::isfinite(scale))
         return;
-    QMatrix matrix;
-    matrix.scale(scale, scale);
-    matrix.rotate(0.0);
     if (!m_scene->views().isEmpty())
-        m_scene->views().at(0)->setMatrix(matrix, false);
+        m_scene->views().at(0)->setMatrix(ViewPainter::viewMatrix(scale), false);
 }
 
 void ImageLayer::Update(bool takeQueued)
@@ -205,6 +210,196 @@ void ImageLayer::drawBackground(QPainter* painter, const QRectF& exposed)
         if (region.width() > 0 && region.height() > 0)
             painter->drawImage(QRect(0, 0, region.width(), region.height()), region);
     }
+    paintBackGroundItems(painter);
+}
+
+void ImageLayer::paintBackGroundItems(QPainter* painter)
+{
+    const QMap<long long, BackGroundItem> items = m_backGroundItems;
+    for (const BackGroundItem& item : items) {
+        if (!item.GetVisible())
+            continue;
+        QPen pen = painter->pen();
+        pen.setWidth(int(item.getLineWidth()));
+        pen.setColor(item.GetPenColor());
+        switch (item.type()) {
+        case StaticShape::TurnedRectCode:
+            StaticShape::paintTurned(painter, pen, item.GetPainterPath(), item.rotation(), StaticShape::TurnedRect);
+            break;
+        case StaticShape::TurnedEllipseCode:
+            StaticShape::paintTurned(painter, pen, item.GetPainterPath(), item.rotation(),
+                                     StaticShape::TurnedEllipse);
+            break;
+        case VorROI::ROI_IRREGULAR:
+            // An open free line is filled with its brush on this layer; no
+            // other kind gets a brush.
+            painter->save();
+            painter->setPen(pen);
+            painter->setBrush(QBrush(item.GetBrushColor(), Qt::SolidPattern));
+            painter->drawPath(item.GetPainterPath());
+            painter->restore();
+            break;
+        case StaticShape::PathText:
+            painter->save();
+            painter->setPen(pen);
+            painter->setFont(item.getFont());
+            painter->drawText(item.getTextRect(), Qt::AlignTop | Qt::AlignLeft, item.getText());
+            painter->restore();
+            break;
+        default:
+            // Without save: the pen stays set for the next record, which sets
+            // its own.
+            painter->setPen(pen);
+            painter->drawPath(item.GetPainterPath());
+            break;
+        }
+    }
+}
+
+long ImageLayer::insertIfValidLocked(const BackGroundItem& item)
+{
+    if (!item.isValid())
+        return -1;
+    const long id = ODShape::NextID();
+    m_backGroundItems.insert(id, item);
+    return id;
+}
+
+void ImageLayer::dressInSceneLook(BackGroundItem& item)
+{
+    item.SetPenColor(m_scene->getPenColor());
+    item.SetBrushColor(m_scene->getBrushColor());
+    item.setCrossSize(m_scene->getCrossSize());
+    item.setFont(m_scene->getFont());
+    item.setLineWidth(m_scene->getLineWidth());
+}
+
+// The GUI-thread calls take the lock too: a worker's runDrawShape may be
+// writing the records at the same moment. Each lock ends before show().
+long ImageLayer::DrawROI(VorROI& roi)
+{
+    BackGroundItem item(roi, m_scene);
+    dressInSceneLook(item);
+    long id = -1;
+    {
+        QMutexLocker lock(&m_imageMutex);
+        id = insertIfValidLocked(item);
+    }
+    show();
+    return id;
+}
+
+long ImageLayer::DrawOverlay(VorOverlay& overlay)
+{
+    BackGroundItem item(overlay, m_scene);
+    long id = -1;
+    {
+        QMutexLocker lock(&m_imageMutex);
+        id = insertIfValidLocked(item);
+    }
+    show();
+    return id;
+}
+
+long ImageLayer::DrawOverlayPath(VorOverlayPath& path)
+{
+    long last = -1;
+    for (int i = 0; i < path.Length(); ++i) {
+        // Built without the scene: a point's cross has half size 5, and the
+        // cross size set afterwards does not rebuild it.
+        BackGroundItem item(path[i], nullptr);
+        dressInSceneLook(item);
+        QMutexLocker lock(&m_imageMutex);
+        const long id = insertIfValidLocked(item);
+        if (id != -1)
+            last = id;
+    }
+    show();
+    return last;
+}
+
+QList<long> ImageLayer::runDrawShape(VorOverlayPath& path)
+{
+    QList<long> ids;
+    QMutexLocker lock(&m_imageMutex);
+    for (int i = 0; i < path.Length(); ++i) {
+        VorOverlay overlay = path[i];
+        if (overlay.OverlayType() == VorOverlay::OV_REGION) {
+            // A region replaces the region image before it and takes no id.
+            VorRegion region;
+            overlay.GetRegion(&region);
+            loadRegionOverlayLocked(region);
+            continue;
+        }
+        const long id = insertIfValidLocked(BackGroundItem(overlay, nullptr));
+        if (id != -1)
+            ids.append(id);
+    }
+    return ids;
+}
+
+long ImageLayer::ShapeVisible(long long id, bool visible)
+{
+    long result = -1;
+    {
+        QMutexLocker lock(&m_imageMutex);
+        if (m_backGroundItems.contains(id)) {
+            BackGroundItem copy = m_backGroundItems.value(id);
+            copy.SetVisible(visible);
+            m_backGroundItems.remove(id);
+            m_backGroundItems.insert(id, copy);
+            result = long(id);
+        }
+    }
+    show();
+    return result;
+}
+
+long ImageLayer::removeShape(long id)
+{
+    long result = -1;
+    {
+        QMutexLocker lock(&m_imageMutex);
+        if (m_backGroundItems.remove(id) > 0)
+            result = id;
+    }
+    show();
+    return result;
+}
+
+void ImageLayer::removeShapeList(QList<long> idList)
+{
+    {
+        QMutexLocker lock(&m_imageMutex);
+        for (long id : qAsConst(idList))
+            m_backGroundItems.remove(id);
+    }
+    show();
+}
+
+void ImageLayer::clearShape()
+{
+    {
+        QMutexLocker lock(&m_imageMutex);
+        m_backGroundItems.clear();
+        resetRegionLocked();
+    }
+    m_scene->update(QRectF());
+}
+
+QList<long> ImageLayer::getShapeIDS()
+{
+    QMutexLocker lock(&m_imageMutex);
+    QList<long> ids;
+    for (long long id : m_backGroundItems.keys())
+        ids.append(long(id));
+    return ids;
+}
+
+QMap<long long, BackGroundItem> ImageLayer::backGroundItems()
+{
+    QMutexLocker lock(&m_imageMutex);
+    return m_backGroundItems;
 }
 
 ODRegion* ImageLayer::GetRegion() const

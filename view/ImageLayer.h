@@ -1,9 +1,11 @@
 #pragma once
 
+#include "BackGroundItem.h"
 #include "kesimagewnd_export.h"
 
 #include <QImage>
 #include <QList>
+#include <QMap>
 #include <QMutex>
 #include <QPointF>
 #include <QRectF>
@@ -12,6 +14,9 @@ class ImageCtrlScene;
 class ODRegion;
 class QPainter;
 class VorImage;
+class VorOverlay;
+class VorOverlayPath;
+class VorROI;
 class VorRegion;
 
 // What the last zoom step was. Only VOR_ZOOM_FIT changes behaviour: a new
@@ -27,8 +32,10 @@ enum VOR_ZOOM_MODEL {
 // data into a QImage, paints the picture into the scene background and works
 // out the scale that fits the picture to the view. A picture passes from the
 // stored VorImage copy through a queue of at most one converted QImage to the
-// QImage on show; m_imageMutex guards all three, and the region image painted
-// over the picture, against a worker thread.
+// QImage on show. Over the picture it paints the region image and the static
+// records of LAYER_IMAGE (BackGroundItem by value, keyed by id, in image
+// pixels). m_imageMutex guards the picture, the queue, the records and the
+// region image against a worker thread.
 class KESIMAGEWND_TESTS_EXPORT ImageLayer
 {
 public:
@@ -66,6 +73,31 @@ public:
     // and does not repaint.
     void resetRegion();
 
+    // Static records. Each valid record takes an id from the process-wide
+    // counter; a kind without a static form is refused with -1. Every call but
+    // runDrawShape repaints the whole scene, whatever its result.
+    // A ROI in the scene's look (pen, brush, cross size, font, line width).
+    long DrawROI(VorROI& roi);
+    // An overlay in its own colours only; no setting of the scene applies.
+    long DrawOverlay(VorOverlay& overlay);
+    // Each overlay with the scene's look where it brings no colour of its
+    // own; a point's cross keeps half size 5. The id of the last valid record.
+    long DrawOverlayPath(VorOverlayPath& path);
+    // The worker's form: records in the overlays' own colours, and a region
+    // overlay becomes the region image (no id). The ids made, in order. Takes
+    // m_imageMutex throughout and does not repaint.
+    QList<long> runDrawShape(VorOverlayPath& path);
+    // The id, or -1 for an unknown one; the record keeps its id and place.
+    long ShapeVisible(long long id, bool visible);
+    long removeShape(long id);
+    void removeShapeList(QList<long> idList);
+    // Removes every record and the region image.
+    void clearShape();
+    // The ids of the records, ascending.
+    QList<long> getShapeIDS();
+    // A copy of the records, for those who read them.
+    QMap<long long, BackGroundItem> backGroundItems();
+
     float GetFitImageScaledValue() const;
     // Colour at a scene point; 153 on all channels outside the picture.
     void GetPixel(QPointF point, double* r, double* g, double* b) const;
@@ -93,11 +125,16 @@ private:
     // The two region steps with m_imageMutex already held by the caller.
     void loadRegionOverlayLocked(VorRegion& region);
     void resetRegionLocked();
+    // Inserts a copy of a valid record under a new id; -1 for an invalid one.
+    long insertIfValidLocked(const BackGroundItem& item);
+    void dressInSceneLook(BackGroundItem& item);
+    void paintBackGroundItems(QPainter* painter);
 
     ImageCtrlScene* m_scene;
     VOR_ZOOM_MODEL m_zoomModel;
     QImage m_image;
     VorImage* m_vorImage;
+    QMap<long long, BackGroundItem> m_backGroundItems;
     ODRegion* m_region;
     mutable QMutex m_imageMutex;
     QList<QImage> m_pendingImages;

@@ -1,5 +1,7 @@
 #include "imagectrlscene.h"
 
+#include "ForeLayer.h"
+
 #include "ImageLayer.h"
 #include "ShapeLayer.h"
 #include "eventthread.h"
@@ -23,6 +25,7 @@ ImageCtrlScene::ImageCtrlScene(QObject* parent)
     : QGraphicsScene(parent)
     , m_view(nullptr)
     , m_imageLayer(nullptr)
+    , m_foreLayer(nullptr)
     , m_activeLayer(nullptr)
     , m_staticActiveLayer(nullptr)
     , m_scale(1.0)
@@ -57,6 +60,8 @@ ImageCtrlScene::~ImageCtrlScene()
     m_activeLayer = nullptr;
     delete m_eventThread;
     m_eventThread = nullptr;
+    delete m_foreLayer;
+    m_foreLayer = nullptr;
 }
 
 void ImageCtrlScene::setImageCtrlView(ImageCtrlView* view)
@@ -98,6 +103,12 @@ void ImageCtrlScene::CreateLayers()
     m_staticActiveLayer = new ShaperLayer(this, 0);
     m_shaperLayers.append(m_activeLayer);
     m_shaperLayers.append(m_staticActiveLayer);
+    m_foreLayer = new ForeLayer(this);
+}
+
+ForeLayer* ImageCtrlScene::GetForeLayer() const
+{
+    return m_foreLayer;
 }
 
 void ImageCtrlScene::CreateLayers(int count)
@@ -326,6 +337,8 @@ void ImageCtrlScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
     emit mouseDoubleClick();
 }
 
+// Steps 1 and 2 of the view's paint order (ViewPainter): the grey brush, then
+// the image layer's picture, region image and static records.
 void ImageCtrlScene::drawBackground(QPainter* painter, const QRectF& rect)
 {
     QGraphicsScene::drawBackground(painter, rect);

@@ -10,6 +10,7 @@
 #include <QPoint>
 
 class EventThread;
+class ForeLayer;
 class ImageCtrlView;
 class ImageLayer;
 class ShaperLayer;
@@ -47,6 +48,7 @@ public:
     ImageLayer* GetImageLayer() const;
     ShaperLayer* GetActiveLayer() const;
     ShaperLayer* GetStaticActiveLayer() const;
+    ForeLayer* GetForeLayer() const;
     EventThread* GetEventThread() const;
 
     // The look of new shapes.
@@ -103,6 +105,7 @@ private:
 
     ImageCtrlView* m_view;
     ImageLayer* m_imageLayer;
+    ForeLayer* m_foreLayer;
     ShaperLayer* m_activeLayer;
     ShaperLayer* m_staticActiveLayer;
     double m_scale;

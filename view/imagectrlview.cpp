@@ -6,6 +6,7 @@
 #include "eventthread.h"
 #include "imagectrlscene.h"
 #include "numericguards.h"
+#include "viewpainter.h"
 
 #include "VorImage.h"
 
@@ -204,10 +205,7 @@ long ImageCtrlView::RefreshLayers()
 
 void ImageCtrlView::setScaleMatrix(double scale)
 {
-    QMatrix matrix;
-    matrix.scale(scale, scale);
-    matrix.rotate(0.0);
-    setMatrix(matrix, false);
+    setMatrix(ViewPainter::viewMatrix(scale), false);
 }
 
 long ImageCtrlView::Zoom(double scale)
@@ -579,10 +577,12 @@ void ImageCtrlView::drawForeground(QPainter* painter, const QRectF& rect)
     // The toolkit refuses a second painter on the viewport during its paint,
     // so what follows draws through this one, reset to viewport pixels.
     m_foregroundPainter = painter;
-    if (m_gridVisible)
-        drawGridLine();
-    if (m_crossVisible)
-        drawCrossLine();
+    const GridLook grid = gridLook();
+    CrossLook cross = crossLook();
+    ViewPainter::paintForeground(painter, m_scene->GetForeLayer(), m_gridVisible ? &grid : nullptr,
+                                 m_crossVisible ? &cross : nullptr, viewport()->rect(), pictureOnScreen());
+    if (m_crossVisible && m_crossMode)
+        m_crossPoint = cross.centre;
     m_foregroundPainter = nullptr;
 }
 
@@ -606,113 +606,44 @@ void ImageCtrlView::drawCrossLine()
     drawCrossLine(&painter);
 }
 
+GridLook ImageCtrlView::gridLook() const
+{
+    GridLook look;
+    look.gap = m_gridGap;
+    look.colour = m_gridColor;
+    look.lineWidth = m_gridLineWidth;
+    return look;
+}
+
+CrossLook ImageCtrlView::crossLook() const
+{
+    CrossLook look;
+    look.pictureMode = m_crossMode;
+    look.centre = m_crossPoint;
+    look.radius = m_crossRadius;
+    look.lineWidth = m_crossLineWidth;
+    look.colour = m_crossColor;
+    look.emphasisLength = m_crossEmphasisLength;
+    return look;
+}
+
+QRect ImageCtrlView::pictureOnScreen() const
+{
+    return mapFromScene(scene()->sceneRect()).boundingRect();
+}
+
 void ImageCtrlView::drawGridLine(QPainter* painter)
 {
-    const int gap = m_gridGap;
-    // A gap of 0 or below cannot be stepped: nothing is painted.
-    if (gap <= 0)
-        return;
-    painter->save();
-    painter->resetTransform();
-    painter->setRenderHint(QPainter::Antialiasing, false);
-    QPen pen(m_gridColor);
-    pen.setWidth(m_gridLineWidth);
-    pen.setCosmetic(true);
-    painter->setPen(pen);
-    const QRect r = viewport()->rect();
-    const int x0 = r.left() + (gap - r.left() % gap);
-    const int y0 = r.top() + (gap - r.top() % gap);
-    for (qint64 x = x0; x <= r.right(); x += gap)
-        painter->drawLine(int(x), r.top(), int(x), r.bottom());
-    for (qint64 y = y0; y <= r.bottom(); y += gap)
-        painter->drawLine(r.left(), int(y), r.right(), int(y));
-    painter->restore();
+    ViewPainter::paintGrid(painter, gridLook(), viewport()->rect());
 }
-
-namespace {
-
-// Coordinates beyond this lie far off any screen; lines are cut there so that
-// values a host sets at will cannot overflow.
-constexpr qint64 kFarOff = 1 << 24;
-
-void drawClampedLine(QPainter* painter, qint64 x1, qint64 y1, qint64 x2, qint64 y2)
-{
-    painter->drawLine(int(qBound(-kFarOff, x1, kFarOff)), int(qBound(-kFarOff, y1, kFarOff)),
-                      int(qBound(-kFarOff, x2, kFarOff)), int(qBound(-kFarOff, y2, kFarOff)));
-}
-
-} // namespace
 
 void ImageCtrlView::drawCrossLine(QPainter* painter)
 {
-    painter->save();
-    painter->resetTransform();
-    painter->setRenderHint(QPainter::Antialiasing, false);
-    painter->setBrush(Qt::NoBrush);
-
-    QPoint c = m_crossPoint;
-    qint64 left = 0, top = 0, right = 0, bottom = 0;
-    QRect r;
-    if (m_crossMode) {
-        // The reticle stays on the picture as it lies on the screen; the bounded
-        // point is kept.
-        r = mapFromScene(scene()->sceneRect()).boundingRect();
-        c.setX(qBound(r.left(), c.x(), r.right()));
-        c.setY(qBound(r.top(), c.y(), r.bottom()));
-        m_crossPoint = c;
-        left = r.left();
-        right = r.right();
-        top = r.top();
-        bottom = r.bottom();
-    } else {
-        r = viewport()->rect();
-        right = r.width();
-        bottom = r.height();
-    }
-    const qint64 cx = c.x();
-    const qint64 cy = c.y();
-    const qint64 R = m_crossRadius;
-    const qint64 E = m_crossEmphasisLength;
-    const int W = m_crossLineWidth;
-
-    // A radius wider than half the viewport makes the thin arms run backward.
-    QPen thin(QBrush(m_crossColor, Qt::SolidPattern), W, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
-    thin.setCosmetic(true);
-    painter->setPen(thin);
-    drawClampedLine(painter, left, cy, cx - R, cy);
-    drawClampedLine(painter, cx + R, cy, right, cy);
-    drawClampedLine(painter, cx, top, cx, cy - R);
-    drawClampedLine(painter, cx, cy + R, cx, bottom);
-
-    // The emphasis colour is kept and reported; the stubs use the line colour.
-    QPen thick(QBrush(m_crossColor, Qt::SolidPattern), W < INT_MAX ? W + 1 : W, Qt::SolidLine, Qt::SquareCap,
-               Qt::BevelJoin);
-    thick.setCosmetic(true);
-    painter->setPen(thick);
-    if (!m_crossMode) {
-        drawClampedLine(painter, cx - R, cy, cx - R - E, cy);
-        drawClampedLine(painter, cx + R, cy, cx + R + E, cy);
-        drawClampedLine(painter, cx, cy - R, cx, cy - R - E);
-        drawClampedLine(painter, cx, cy + R, cx, cy + R + E);
-    } else {
-        // Each stub stays inside the picture; one whose inner end lies outside
-        // is left out.
-        if (r.left() < cx - R)
-            drawClampedLine(painter, cx - R, cy, qMax<qint64>(r.left(), cx - R - E), cy);
-        if (cx + R < r.right())
-            drawClampedLine(painter, cx + R, cy, qMin<qint64>(r.right(), cx + R + E), cy);
-        if (r.top() < cy - R)
-            drawClampedLine(painter, cx, cy - R, cx, qMax<qint64>(r.top(), cy - R - E));
-        if (cy + R < r.bottom())
-            drawClampedLine(painter, cx, cy + R, cx, qMin<qint64>(r.bottom(), cy + R + E));
-    }
-
-    QPen circle = thick;
-    circle.setCosmetic(false);
-    painter->setPen(circle);
-    const qreal radius = qreal(qBound(-kFarOff, R, kFarOff));
-    painter->drawEllipse(QPointF(c), radius, radius);
-    painter->restore();
+    const QPoint used = ViewPainter::paintCrossLine(painter, crossLook(), viewport()->rect(), pictureOnScreen());
+    // In picture mode the bounded point is kept: a zoom out may pull the
+    // reticle into the smaller picture for good.
+    if (m_crossMode)
+        m_crossPoint = used;
 }
 
 void ImageCtrlView::SetFloatFlag(bool isFloat)

@@ -10,6 +10,8 @@
 #include <QRect>
 #include <QString>
 
+#include "viewpainter.h"
+
 class FloatAreaWidget;
 class ImageCtrlScene;
 class QImage;
@@ -19,9 +21,10 @@ class VorImage;
 // The graphics view the operator looks at. It owns the scene, zooms about the
 // cursor with the wheel and pans with the right button by hand through the
 // scroll bars, and reports mouse activity in scene coordinates (image pixels).
-// What paints in viewport pixels lives here too, over all scene items: the grid
-// and the cross-line reticle, each set and read as a JSON text, and last the
-// pixel value labels at a scale of 100 and above. The cross can be dragged with
+// It keeps the settings of what paints in viewport pixels over all scene
+// items: the grid and the cross-line reticle, each set and read as a JSON
+// text, and the pixel value labels at a scale of 100 and above; ViewPainter
+// paints them, in the one paint order of the view. The cross can be dragged with
 // the left button. The floating area and the number label lie over the picture
 // at the top left, hidden until a host shows them.
 class KESIMAGEWND_TESTS_EXPORT ImageCtrlView : public QGraphicsView
@@ -125,6 +128,10 @@ private:
     // smoothing, as a painter of its own on the viewport would be.
     void drawCrossLine(QPainter* painter);
     void drawGridLine(QPainter* painter);
+    GridLook gridLook() const;
+    CrossLook crossLook() const;
+    // The picture's rectangle as it lies on the screen, in viewport pixels.
+    QRect pictureOnScreen() const;
 
     ImageCtrlScene* m_scene;
     bool m_scrollVisible;

@@ -10,7 +10,7 @@
 #include <QPixmap>
 
 ODItemRegion::ODItemRegion(ImageCtrlScene* scene)
-    : m_id(ODShape::s_ID++)
+    : m_id(ODShape::NextID())
     , m_scene(scene)
     , m_item(scene ? scene->addPixmap(QPixmap()) : nullptr)
     , m_mask(nullptr)

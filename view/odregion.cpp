@@ -13,7 +13,7 @@
 
 ODRegion::ODRegion(ImageCtrlScene* scene)
     : m_mask(nullptr)
-    , m_id(ODShape::s_ID++)
+    , m_id(ODShape::NextID())
     , m_scene(scene)
     , m_visible(true)
 {

@@ -277,7 +277,8 @@ int main(int argc, char* argv[])
         if (zoomScale > 0.0)
             imageWnd->zoom(zoomScale);
         for (ShapeFileEntry& entry : shapes) {
-            const long id = entry.isROI ? imageWnd->displayROI(entry.roi) : imageWnd->displayOverlay(entry.overlay);
+            const long id = entry.isROI ? imageWnd->displayROI(entry.roi, entry.layer)
+                                        : imageWnd->displayOverlay(entry.overlay, entry.layer);
             if (id < 0) {
                 drawn = false;
                 std::fprintf(stderr, "kesview: --shapes line %d: the window refused the shape\n", entry.line);

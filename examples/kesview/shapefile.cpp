@@ -136,13 +136,24 @@ bool takeColours(QStringList* words, VorOverlay* overlay, QString* error)
 bool parseLine(const QString& text, ShapeFileEntry* entry, QString* error)
 {
     QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (!words.isEmpty() && words[0] == QLatin1String("image")) {
+        entry->layer = KESImageWnd::LAYER_IMAGE;
+        words.removeFirst();
+    } else if (!words.isEmpty() && words[0] == QLatin1String("fore")) {
+        entry->layer = KESImageWnd::LAYER_FORE;
+        words.removeFirst();
+    }
     if (words.size() < 2 || (words[0] != QLatin1String("roi") && words[0] != QLatin1String("overlay"))) {
-        *error = QStringLiteral("a line starts with \"roi\" or \"overlay\" and a kind");
+        *error = QStringLiteral("a line starts with \"roi\" or \"overlay\" and a kind, after \"image\" or \"fore\" "
+                                "for a static layer");
         return false;
     }
     entry->isROI = words[0] == QLatin1String("roi");
     const QString kindName = words[1];
     words = words.mid(2);
+    // Colours first: a text's words run to the end of the line.
+    if (!entry->isROI && !takeColours(&words, &entry->overlay, error))
+        return false;
 
     if (!entry->isROI && kindName == QLatin1String("text")) {
         Numbers head;
@@ -155,8 +166,6 @@ bool parseLine(const QString& text, ShapeFileEntry* entry, QString* error)
         entry->overlay.GenText(VorPoint(head[0], head[1]), message.constData(), font);
         return true;
     }
-    if (!entry->isROI && !takeColours(&words, &entry->overlay, error))
-        return false;
 
     if (!entry->isROI && kindName == QLatin1String("region")) {
         // A disc of pixels: the mask covers the picture from its origin.

@@ -15,8 +15,14 @@
 //   overlay text 60 60 24 Lot 24-0871 passed
 //
 // A line is "roi" or "overlay", a kind, its numbers, and for an overlay an
-// optional "pen R,G,B,WIDTH" and "brush R,G,B,ALPHA". The kinds and their
-// numbers:
+// optional "pen R,G,B,WIDTH" and "brush R,G,B,ALPHA". It goes to the window's
+// shape layer, where the operator can edit it, unless it starts with "image"
+// (a static record painted on the picture) or "fore" (a static record in
+// screen pixels over everything, whatever the zoom):
+//
+//   fore overlay text 12 28 12 Legend: green passed, red failed
+//
+// The kinds and their numbers:
 //   point X Y                      line X1 Y1 X2 Y2
 //   rect1 LEFT TOP RIGHT BOTTOM    rect2 CX CY LENGTH1 LENGTH2 ANGLE
 //   ellipse CX CY R1 R2 ANGLE      circle CX CY R
@@ -27,12 +33,13 @@
 //   rakerect1 LEFT TOP RIGHT BOTTOM DIRECTION COUNT
 //   rakerect2 CX CY LENGTH1 LENGTH2 ANGLE DIRECTION COUNT
 //   spoketorus CX CY R1 R2 ANGLE SWEEP DIRECTION COUNT
-//   text X Y SIZE WORDS...
+//   text X Y SIZE WORDS...         (a pen or brush may stand anywhere after SIZE)
 //   region CX CY R                 a disc of pixels, coloured by the brush
 // Blank lines and lines from "#" on are skipped.
 struct ShapeFileEntry
 {
     int line = 0;
+    KESImageWnd::Layer layer = KESImageWnd::LAYER_SHAPE;
     bool isROI = true;
     VorROI roi;
     VorOverlay overlay;
