@@ -3,24 +3,11 @@
 #include "imagectrlscene.h"
 #include "staticshape.h"
 
-#include "IVorOverlay.h"
 #include "VorOverlay.h"
 #include "VorROI.h"
 
-namespace {
-
-constexpr int kDefaultCrossSize = 5;
-
-} // namespace
-
 BackGroundItem::BackGroundItem()
-    : m_valid(false)
-    , m_type(-1)
-    , m_rotation(0.0)
-    , m_visible(true)
-    , m_crossSize(kDefaultCrossSize)
-    , m_font("Times", 18)
-    , m_penSettable(true)
+    : m_penSettable(true)
     , m_brushSettable(true)
     // Records of overlays are painted without a line width of the scene's;
     // they draw hairlines in the look of a new shape unless the overlay
@@ -63,16 +50,7 @@ BackGroundItem& BackGroundItem::operator=(const BackGroundItem& other)
 
 void BackGroundItem::copyFrom(const BackGroundItem& other)
 {
-    m_valid = other.m_valid;
-    m_path = other.m_path;
-    m_penColor = other.m_penColor;
-    m_brushColor = other.m_brushColor;
-    m_type = other.m_type;
-    m_point = other.m_point;
-    m_rotation = other.m_rotation;
-    m_visible = other.m_visible;
-    m_crossSize = other.m_crossSize;
-    m_font = other.m_font;
+    StaticRecord::operator=(other);
     m_text = other.m_text;
     m_textRect = other.m_textRect;
     m_lineWidth = other.m_lineWidth;
@@ -85,34 +63,18 @@ QPointF BackGroundItem::GetPoint(double cx, double cy, float r, float angle)
 
 void BackGroundItem::convertPainterPath(VorROI& roi)
 {
-    const StaticShape shape = StaticShape::fromROI(roi, m_crossSize);
-    m_type = shape.type;
-    m_path = shape.path;
-    m_point = shape.point;
-    m_rotation = shape.rotation;
-    m_valid = shape.valid;
+    takeGeometry(StaticShape::fromROI(roi, m_crossSize));
 }
 
 void BackGroundItem::convertPainterPath(VorOverlay& overlay)
 {
-    long r = 0, g = 0, b = 0, a = 0;
-    if (overlay.GetIVorOverlay() && overlay.GetIVorOverlay()->isRedrawPen()) {
-        // The overlay's width is not used; the layer sets the width.
-        overlay.GetPen(&r, &g, &b, &a);
-        m_penColor = QColor(int(r), int(g), int(b), 255);
+    // A colour the overlay brings is locked against the layer's setters.
+    if (takeOverlayPen(overlay))
         m_penSettable = false;
-    }
-    if (overlay.GetIVorOverlay() && overlay.GetIVorOverlay()->isRedrawBrush()) {
-        overlay.GetBrush(&r, &g, &b, &a);
-        m_brushColor = QColor(int(r), int(g), int(b), int(a));
+    if (takeOverlayBrush(overlay))
         m_brushSettable = false;
-    }
     const StaticShape shape = StaticShape::fromOverlay(overlay, m_crossSize, StaticShape::TextGb18030Cleaned);
-    m_type = shape.type;
-    m_path = shape.path;
-    m_point = shape.point;
-    m_rotation = shape.rotation;
-    m_valid = shape.valid;
+    takeGeometry(shape);
     if (shape.type == StaticShape::PathText) {
         m_font = shape.font;
         m_text = shape.text;
@@ -126,65 +88,10 @@ void BackGroundItem::SetPenColor(QColor color)
         m_penColor = color;
 }
 
-QColor BackGroundItem::GetPenColor() const
-{
-    return m_penColor;
-}
-
 void BackGroundItem::SetBrushColor(QColor color)
 {
     if (m_brushSettable)
         m_brushColor = color;
-}
-
-QColor BackGroundItem::GetBrushColor() const
-{
-    return m_brushColor;
-}
-
-void BackGroundItem::SetVisible(bool visible)
-{
-    m_visible = visible;
-}
-
-bool BackGroundItem::GetVisible() const
-{
-    return m_visible;
-}
-
-QPainterPath BackGroundItem::GetPainterPath() const
-{
-    return m_path;
-}
-
-bool BackGroundItem::isValid() const
-{
-    return m_valid;
-}
-
-int BackGroundItem::type() const
-{
-    return m_type;
-}
-
-double BackGroundItem::rotation() const
-{
-    return m_rotation;
-}
-
-void BackGroundItem::setCrossSize(int size)
-{
-    m_crossSize = size;
-}
-
-int BackGroundItem::getCrossSize() const
-{
-    return m_crossSize;
-}
-
-void BackGroundItem::setFont(QFont font)
-{
-    m_font = font;
 }
 
 QFont BackGroundItem::getFont() const

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "vorimagewnd_global.h"
+#include "staticrecord.h"
 
-#include <QColor>
-#include <QFont>
-#include <QPainterPath>
 #include <QPoint>
-#include <QPointF>
 #include <QRect>
 #include <QString>
 
@@ -20,7 +16,7 @@ class VorROI;
 // brings its own pen or brush locks that colour: the setters then leave it.
 // Rotated rectangles and ellipses are kept upright, with the turn beside them
 // for the painter; a text keeps its string, font and box for drawText.
-class KESIMAGEWND_TESTS_EXPORT BackGroundItem
+class KESIMAGEWND_TESTS_EXPORT BackGroundItem : public StaticRecord
 {
 public:
     BackGroundItem();
@@ -35,20 +31,9 @@ public:
     // The same point as GetPoint of the foreground records and the scene.
     static QPointF GetPoint(double cx, double cy, float r, float angle);
 
+    // Each sets its colour unless the overlay brought that colour.
     void SetPenColor(QColor color);
-    QColor GetPenColor() const;
     void SetBrushColor(QColor color);
-    QColor GetBrushColor() const;
-    void SetVisible(bool visible);
-    bool GetVisible() const;
-    QPainterPath GetPainterPath() const;
-    bool isValid() const;
-    int type() const;
-    double rotation() const;
-    // Changes the stored value, not the path.
-    void setCrossSize(int size);
-    int getCrossSize() const;
-    void setFont(QFont font);
     QFont getFont() const;
     QPoint getPoint() const;
     QString getText() const;
@@ -61,16 +46,6 @@ private:
     void convertPainterPath(VorOverlay& overlay);
     void copyFrom(const BackGroundItem& other);
 
-    bool m_valid;
-    QPainterPath m_path;
-    QColor m_penColor;
-    QColor m_brushColor;
-    int m_type;
-    QPointF m_point;
-    double m_rotation;
-    bool m_visible;
-    int m_crossSize;
-    QFont m_font;
     QString m_text;
     QRect m_textRect;
     bool m_penSettable;

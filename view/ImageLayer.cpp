@@ -276,10 +276,8 @@ void ImageLayer::dressInSceneLook(BackGroundItem& item)
 
 // The GUI-thread calls take the lock too: a worker's runDrawShape may be
 // writing the records at the same moment. Each lock ends before show().
-long ImageLayer::DrawROI(VorROI& roi)
+long ImageLayer::insertAndShow(const BackGroundItem& item)
 {
-    BackGroundItem item(roi, m_scene);
-    dressInSceneLook(item);
     long id = -1;
     {
         QMutexLocker lock(&m_imageMutex);
@@ -289,16 +287,16 @@ long ImageLayer::DrawROI(VorROI& roi)
     return id;
 }
 
+long ImageLayer::DrawROI(VorROI& roi)
+{
+    BackGroundItem item(roi, m_scene);
+    dressInSceneLook(item);
+    return insertAndShow(item);
+}
+
 long ImageLayer::DrawOverlay(VorOverlay& overlay)
 {
-    BackGroundItem item(overlay, m_scene);
-    long id = -1;
-    {
-        QMutexLocker lock(&m_imageMutex);
-        id = insertIfValidLocked(item);
-    }
-    show();
-    return id;
+    return insertAndShow(BackGroundItem(overlay, m_scene));
 }
 
 long ImageLayer::DrawOverlayPath(VorOverlayPath& path)

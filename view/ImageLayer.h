@@ -127,6 +127,8 @@ private:
     void resetRegionLocked();
     // Inserts a copy of a valid record under a new id; -1 for an invalid one.
     long insertIfValidLocked(const BackGroundItem& item);
+    // The same under the lock, then a repaint of the whole scene.
+    long insertAndShow(const BackGroundItem& item);
     void dressInSceneLook(BackGroundItem& item);
     void paintBackGroundItems(QPainter* painter);
 
