@@ -281,6 +281,7 @@ long ImageLayer::insertAndShow(const BackGroundItem& item)
     long id = -1;
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         id = insertIfValidLocked(item);
     }
     show();
@@ -308,6 +309,7 @@ long ImageLayer::DrawOverlayPath(VorOverlayPath& path)
         BackGroundItem item(path[i], nullptr);
         dressInSceneLook(item);
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         const long id = insertIfValidLocked(item);
         if (id != -1)
             last = id;
@@ -320,6 +322,7 @@ QList<long> ImageLayer::runDrawShape(VorOverlayPath& path)
 {
     QList<long> ids;
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     for (int i = 0; i < path.Length(); ++i) {
         VorOverlay overlay = path[i];
         if (overlay.OverlayType() == VorOverlay::OV_REGION) {
@@ -341,6 +344,7 @@ long ImageLayer::ShapeVisible(long long id, bool visible)
     long result = -1;
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         if (m_backGroundItems.contains(id)) {
             BackGroundItem copy = m_backGroundItems.value(id);
             copy.SetVisible(visible);
@@ -358,6 +362,7 @@ long ImageLayer::removeShape(long id)
     long result = -1;
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         if (m_backGroundItems.remove(id) > 0)
             result = id;
     }
@@ -369,6 +374,7 @@ void ImageLayer::removeShapeList(QList<long> idList)
 {
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         for (long id : qAsConst(idList))
             m_backGroundItems.remove(id);
     }
@@ -379,6 +385,7 @@ void ImageLayer::clearShape()
 {
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         m_backGroundItems.clear();
         resetRegionLocked();
     }
@@ -388,6 +395,7 @@ void ImageLayer::clearShape()
 QList<long> ImageLayer::getShapeIDS()
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     QList<long> ids;
     for (long long id : m_backGroundItems.keys())
         ids.append(long(id));
@@ -397,6 +405,7 @@ QList<long> ImageLayer::getShapeIDS()
 QMap<long long, BackGroundItem> ImageLayer::backGroundItems()
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     return m_backGroundItems;
 }
 
