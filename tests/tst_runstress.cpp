@@ -12,10 +12,15 @@
 #include "MainWindow.h"
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
+#include "odshape.h"
 #include "testkit.h"
 
+#include "VorFont.h"
 #include "VorImage.h"
+#include "VorOverlay.h"
+#include "VorOverlayPath.h"
 #include "VorROI.h"
+#include "VorRegion.h"
 
 #include <QDeadlineTimer>
 #include <QJsonDocument>
@@ -25,7 +30,9 @@
 
 #include <opencv2/core.hpp>
 
+#include <algorithm>
 #include <atomic>
+#include <vector>
 
 namespace {
 
@@ -42,6 +49,14 @@ const QSize kLastFrame(64, 48);
 const QRgb kLastFrameColour = qRgb(200, 40, 90);
 // A pixel of the last frame that no shape covers.
 const QPointF kLastFrameProbe(50.5, 40.5);
+
+// A run's overlays lie within this many pixels of a frame's top-left corner
+// (less than the smallest frame), and carry a region once in so many frames.
+constexpr int kOverlayCorner = 8;
+constexpr int kRegionEvery = 50;
+// The operator stops emptying the image layer this many frames before the
+// end, so that the last frame's records are still there to be listed.
+constexpr int kKeepRecordsFrames = 100;
 
 // The operator acts once in so many frames.
 constexpr int kFramesPerOperatorStep = 20;
@@ -99,6 +114,53 @@ QSize sizeOf(const VorImage& frame)
     return QSize(frame.Width(), frame.Height());
 }
 
+// The overlays of frame i, in a corner of every frame and away from the
+// probe of the last frame: always a rectangle, by turns a line, a point and a
+// text, now and then a region; the last frame has all of them. Counts the
+// records that the image layer makes of them (a region makes none).
+VorOverlayPath overlaysAt(int index, int* records)
+{
+    const bool last = index == kFrameCount - 1;
+    const double step = index % 4;
+    VorOverlayPath path;
+    *records = 0;
+    VorOverlay rect;
+    rect.GenRect1(VorPoint(1, 1), VorPoint(4 + step, 7 - step));
+    rect.SetPen(0, 255, 0, 1);
+    path.Append(rect);
+    ++*records;
+    if (last || index % 2 == 0) {
+        VorOverlay line;
+        line.GenLine(VorPoint(0, step), VorPoint(kOverlayCorner, kOverlayCorner - step));
+        line.SetPen(255, 0, 0, 2);
+        path.Append(line);
+        ++*records;
+    }
+    if (last || index % 3 == 0) {
+        VorOverlay point;
+        point.GenPoint(VorPoint(2 + step, 5));
+        path.Append(point);
+        ++*records;
+    }
+    if (last || index % 5 == 0) {
+        VorOverlay text;
+        text.GenText(VorPoint(2, 2), QByteArray::number(index % 100).constData(), VorFont("Sans", 6));
+        path.Append(text);
+        ++*records;
+    }
+    if (last || index % kRegionEvery == 0) {
+        std::vector<VorRegion::Run> runs;
+        for (int row = 1; row < kOverlayCorner; ++row)
+            runs.push_back({row, 1, 3 + index % 4});
+        VorRegion region;
+        region.SetRuns(runs);
+        VorOverlay overlay;
+        overlay.GenRegion(region);
+        path.Append(overlay);
+    }
+    return path;
+}
+
 // The host's worker: the frame cycle, noting what each repaint() answered and
 // whether the frame was the one on show when it returned.
 class FrameWorker : public QThread
@@ -114,6 +176,9 @@ public:
     std::atomic<int> failedRepaints{0};
     std::atomic<int> framesNotShown{0};
     std::atomic<bool> stop{false};
+    // The ids the last frame's overlays took, set before the run ends.
+    QList<long> lastFrameIds;
+    int lastFrameRecords = 0;
 
 protected:
     void run() override
@@ -121,6 +186,16 @@ protected:
         for (int i = 0; i < kFrameCount && !stop; ++i) {
             VorImage frame = frameAt(i);
             m_wnd->setRunBackground(frame);
+            int records = 0;
+            VorOverlayPath overlays = overlaysAt(i, &records);
+            // Ids come from the one counter; the GUI thread makes none meanwhile.
+            const long firstId = ODShape::s_ID;
+            m_wnd->displayRunShapes(overlays);
+            if (i == kFrameCount - 1) {
+                lastFrameRecords = records;
+                for (long id = firstId; id < ODShape::s_ID; ++id)
+                    lastFrameIds.append(id);
+            }
             if (m_wnd->repaint() != 0)
                 ++failedRepaints;
             // repaint() has returned: the window has taken the frame over.
@@ -161,6 +236,7 @@ enum OperatorStep {
     SetReticle,
     DragReticle,
     DragRoiCorner,
+    ClearImageLayer,
     OperatorStepCount
 };
 
@@ -175,7 +251,7 @@ private slots:
     void workerFramesAndOperatorEditsGoOnTogether();
 
 private:
-    void operatorStep(int step);
+    void operatorStep(int step, int frames);
     void wheelZoom(int step);
     void facadeZoom(int step);
     void pan(int step);
@@ -183,6 +259,7 @@ private:
     void setReticle(int step);
     void dragReticle(int step);
     void dragRoiCorner(int step);
+    void clearImageLayer(int frames);
     // The region of interest on the screen, with a margin, in viewport pixels.
     QRect roiOnScreen() const;
     // A viewport point outside roiOnScreen(), near one of the viewport's
@@ -238,7 +315,7 @@ void tst_RunStress::workerFramesAndOperatorEditsGoOnTogether()
         }
         if (!worker.stop && frames >= nextStepAt) {
             nextStepAt += kFramesPerOperatorStep;
-            operatorStep(step++);
+            operatorStep(step++, frames);
             // A failed check ends the run: the worker stops after its frame,
             // and the loop keeps serving its repaint() until then.
             if (QTest::currentTestFailed())
@@ -266,6 +343,12 @@ void tst_RunStress::workerFramesAndOperatorEditsGoOnTogether()
     QCOMPARE(window.wnd->zoomFitWnd(), 0L);
     QCOMPARE(Kit::viewportColourAt(window.view(), kLastFrameProbe), kLastFrameColour);
 
+    // The image layer lists the records of the last frame's overlays.
+    QCOMPARE(worker.lastFrameIds.size(), worker.lastFrameRecords);
+    const QList<long> imageIds = window.wnd->getShapeIDS(KESImageWnd::LAYER_IMAGE);
+    for (long id : worker.lastFrameIds)
+        QVERIFY2(imageIds.contains(id), qPrintable(QString("id %1 not listed").arg(id)));
+
     // The region of interest reads back where the operator left it.
     VorROI back;
     QCOMPARE(window.wnd->getROIShape(m_roiId, &back), 0L);
@@ -276,7 +359,7 @@ void tst_RunStress::workerFramesAndOperatorEditsGoOnTogether()
     m_window = nullptr;
 }
 
-void tst_RunStress::operatorStep(int step)
+void tst_RunStress::operatorStep(int step, int frames)
 {
     const int round = step / OperatorStepCount;
     switch (OperatorStep(step % OperatorStepCount)) {
@@ -287,6 +370,7 @@ void tst_RunStress::operatorStep(int step)
     case SetReticle: setReticle(round); break;
     case DragReticle: dragReticle(round); break;
     case DragRoiCorner: dragRoiCorner(round); break;
+    case ClearImageLayer: clearImageLayer(frames); break;
     default: break;
     }
 }
@@ -371,6 +455,15 @@ void tst_RunStress::dragRoiCorner(int round)
     QVERIFY(back.GetRect1(&topLeft, &bottomRight));
     QCOMPARE(QPointF(topLeft.x, topLeft.y), kRoiTopLeft);
     QCOMPARE(QPointF(bottomRight.x, bottomRight.y), m_roiCorner);
+}
+
+void tst_RunStress::clearImageLayer(int frames)
+{
+    // A host empties the image layer of the records of earlier frames now and
+    // then, while the worker goes on adding those of the next.
+    if (frames >= kFrameCount - kKeepRecordsFrames)
+        return;
+    QCOMPARE(m_window->wnd->clearLayer(KESImageWnd::LAYER_IMAGE), 0L);
 }
 
 QRect tst_RunStress::roiOnScreen() const
