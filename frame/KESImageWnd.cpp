@@ -226,13 +226,16 @@ void KESImageWnd::setRunBackground(VorImage& image)
 
 long KESImageWnd::repaint()
 {
-    if (!m_mainWindow)
+    CMainWindow* window = m_mainWindow;
+    if (!window)
         return -1;
     // The blocking connection orders the worker's frame before the window's
-    // paint, and the paint before the worker's next frame.
-    ThreadOrder::handOver(m_mainWindow);
-    emit m_mainWindow->sendRepaint();
-    ThreadOrder::takeOver(m_mainWindow);
+    // paint, and the paint before the worker's next frame. Once the window
+    // has painted, the worker reads nothing of the facade any more: the host
+    // may tear the window down as soon as it sees the worker done.
+    ThreadOrder::handOver(window);
+    emit window->sendRepaint();
+    ThreadOrder::takeOver(window);
     return 0;
 }
 
