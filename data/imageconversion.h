@@ -17,6 +17,18 @@ class VorImage;
 // Any depth code but 8-bit unsigned takes the 16-bit path. Channel counts other
 // than 1 and 3, and empty pictures, give a null QImage.
 KESIMAGEWND_EXPORT QImage ConvertVorImageToQImage(VorImage* image);
+// The same conversion, written into `recycled` when nobody else shares its
+// pixels and it has the size and format of the result; otherwise into a new
+// picture. A stream of frames thus reuses its buffers instead of allocating a
+// fresh picture, and taking fresh pages, for every frame.
+KESIMAGEWND_EXPORT QImage ConvertVorImageToQImage(VorImage* image, QImage recycled);
+
+// The 32-bit picture that painting draws for a Format_Indexed8 picture: every
+// index through the colour table, pixel for pixel what
+// convertToFormat(Format_RGB32) gives, or Format_ARGB32_Premultiplied when the
+// table holds see-through entries. Written into `recycled` under the same
+// rule as above. A null picture for any other format, which paints as it is.
+KESIMAGEWND_EXPORT QImage ConvertIndexedToPaintImage(const QImage& image, QImage recycled = QImage());
 
 // Format_Indexed8 gives a packed one-channel copy of the index bytes; the
 // 32-bit formats (RGB32, ARGB32, ARGB32_Premultiplied) a four-channel copy in

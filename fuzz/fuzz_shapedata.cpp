@@ -147,6 +147,8 @@ VorOverlay makeOverlay(Reader& in)
         break;
     }
     case 16: overlay.GenRegion(VorRegion(in.mask())); break;
+    case 17: overlay.GenCross(in.point(), in.number(), in.number()); break;
+    case 18: overlay.GenPolyArrow(in.points()); break;
     default: break; // an overlay of no kind
     }
     if (in.byte() & 1)

@@ -166,8 +166,8 @@ void tst_DisplayROI::typeWithoutRoutineTakesNoZValue_data()
     QTest::newRow("ROI 12") << false << 12;
     QTest::newRow("ROI -1") << false << -1;
     QTest::newRow("overlay 0") << true << 0;
-    QTest::newRow("overlay 17") << true << 17;
-    QTest::newRow("overlay 18") << true << 18;
+    QTest::newRow("overlay 17, a cross") << true << 17;
+    QTest::newRow("overlay 18, an arrowed line") << true << 18;
 }
 
 // Only a routine takes a z value; a code that reaches none takes nothing.
@@ -178,8 +178,8 @@ void tst_DisplayROI::typeWithoutRoutineTakesNoZValue()
     LayerScene s;
     long id = 0;
     if (overlay) {
-        VorOverlay ov = makeOverlay(code, {});
-        QCOMPARE(ov.OverlayType(), code == 0 ? 0 : int(VorOverlay::OV_NONE));
+        VorOverlay ov = makeOverlay(code, {10, 20, 30, 40});
+        QCOMPARE(ov.OverlayType(), code);
         id = s.active()->DrawOverlay(ov, false);
     } else {
         VorROI roi = makeROI(code, {});

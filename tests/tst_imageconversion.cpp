@@ -2,11 +2,13 @@
 
 #include "KESImageWnd.h"
 
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <opencv2/core.hpp>
 
 #include <random>
+#include <utility>
 #include <vector>
 
 // Pictures of the data model turned into the QImage the window paints, and
@@ -32,6 +34,13 @@ private slots:
 
     void randomPicturesMatchPlainRules_data();
     void randomPicturesMatchPlainRules();
+    void recycledPicturesMatchPlainRules_data();
+    void recycledPicturesMatchPlainRules();
+    void recyclingNeedsTheSameSizeAndFormat();
+    void recyclingLeavesASharedPictureAlone();
+    void paintFormMatchesQtConversion_data();
+    void paintFormMatchesQtConversion();
+    void paintFormOfOtherFormatsIsNull();
 
     void indexed8GoesBackPacked();
     void rgb32GoesBackAsFourChannels();
@@ -39,6 +48,10 @@ private slots:
 };
 
 namespace {
+
+// Colour tables of an indexed picture, and the size of a short one.
+enum ColourTable { GreyTable, OpaqueColourTable, SeeThroughTable, ShortTable };
+constexpr int kShortTableSize = 200;
 
 uchar plainScale(ushort v)
 {
@@ -264,6 +277,139 @@ void tst_ImageConversion::randomPicturesMatchPlainRules()
     const size_t rowBytes = size_t(width) * size_t(fast.depth() / 8);
     for (int y = 0; y < height; ++y)
         QVERIFY(memcmp(fast.constScanLine(y), plain.constScanLine(y), rowBytes) == 0);
+}
+
+// A stream of random frames of one kind, each converted into the buffer of the
+// one before last, as the window's loads do.
+void tst_ImageConversion::recycledPicturesMatchPlainRules_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::newRow("8-bit gray, odd width") << int(CV_8UC1) << 37 << 23;
+    QTest::newRow("8-bit gray, 16 and a tail") << int(CV_8UC1) << 53 << 7;
+    QTest::newRow("16-bit gray, odd width") << int(CV_16UC1) << 41 << 19;
+    QTest::newRow("8-bit colour, odd width") << int(CV_8UC3) << 33 << 17;
+    QTest::newRow("16-bit colour, odd width") << int(CV_16UC3) << 29 << 31;
+    QTest::newRow("8-bit colour, one column") << int(CV_8UC3) << 1 << 9;
+}
+
+void tst_ImageConversion::recycledPicturesMatchPlainRules()
+{
+    QFETCH(int, type);
+    QFETCH(int, width);
+    QFETCH(int, height);
+    cv::RNG rng(0xf4a3e + width * height);
+    QImage spare;
+    QImage previous;
+    for (int frame = 0; frame < 4; ++frame) {
+        cv::Mat mat(height, width, type);
+        rng.fill(mat, cv::RNG::UNIFORM, 0, CV_MAT_DEPTH(type) == CV_8U ? 256 : 65536);
+        VorImage image(mat);
+        const QImage recycled = ConvertVorImageToQImage(&image, std::move(spare));
+        const QImage plain = plainConversion(image);
+        QCOMPARE(recycled.format(), plain.format());
+        QCOMPARE(recycled.size(), plain.size());
+        QCOMPARE(recycled.colorTable(), plain.colorTable());
+        const size_t rowBytes = size_t(width) * size_t(recycled.depth() / 8);
+        for (int y = 0; y < height; ++y)
+            QVERIFY(memcmp(recycled.constScanLine(y), plain.constScanLine(y), rowBytes) == 0);
+        if (plain.format() == QImage::Format_Indexed8) {
+            const QImage paint = ConvertIndexedToPaintImage(recycled);
+            QCOMPARE(paint, plain.convertToFormat(QImage::Format_RGB32));
+        }
+        spare = previous;
+        previous = recycled;
+    }
+}
+
+void tst_ImageConversion::recyclingNeedsTheSameSizeAndFormat()
+{
+    VorImage gray(cv::Mat(6, 8, CV_8UC1, cv::Scalar(9)));
+    VorImage wider(cv::Mat(6, 9, CV_8UC1, cv::Scalar(7)));
+    VorImage colour(cv::Mat(6, 8, CV_8UC3, cv::Scalar(1, 2, 3)));
+
+    const QImage fromWrongSize = ConvertVorImageToQImage(&wider, ConvertVorImageToQImage(&gray));
+    QCOMPARE(fromWrongSize.size(), QSize(9, 6));
+    QCOMPARE(fromWrongSize.pixelIndex(8, 5), 7);
+
+    const QImage fromWrongFormat = ConvertVorImageToQImage(&colour, ConvertVorImageToQImage(&gray));
+    QCOMPARE(fromWrongFormat.format(), QImage::Format_RGB32);
+    QCOMPARE(fromWrongFormat.pixel(7, 5), qRgb(3, 2, 1));
+
+    QImage spare = ConvertVorImageToQImage(&wider);
+    const uchar* spareBits = spare.constBits();
+    VorImage widerAgain(cv::Mat(6, 9, CV_8UC1, cv::Scalar(4)));
+    const QImage written = ConvertVorImageToQImage(&widerAgain, std::move(spare));
+    QCOMPARE(written.constBits(), spareBits);
+    QCOMPARE(written.pixelIndex(8, 5), 4);
+}
+
+void tst_ImageConversion::recyclingLeavesASharedPictureAlone()
+{
+    VorImage first(cv::Mat(5, 7, CV_8UC3, cv::Scalar(10, 20, 30)));
+    VorImage second(cv::Mat(5, 7, CV_8UC3, cv::Scalar(40, 50, 60)));
+    QImage spare = ConvertVorImageToQImage(&first);
+    const QImage heldElsewhere = spare;
+    const QImage converted = ConvertVorImageToQImage(&second, std::move(spare));
+    QVERIFY(converted.constBits() != heldElsewhere.constBits());
+    QCOMPARE(heldElsewhere.pixel(3, 3), qRgb(30, 20, 10));
+    QCOMPARE(converted.pixel(3, 3), qRgb(60, 50, 40));
+}
+
+void tst_ImageConversion::paintFormMatchesQtConversion_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("table");
+    QTest::newRow("grey table, odd width") << 37 << 5 << int(GreyTable);
+    QTest::newRow("grey table, 16 and a tail") << 35 << 3 << int(GreyTable);
+    QTest::newRow("grey table, one column") << 1 << 4 << int(GreyTable);
+    QTest::newRow("opaque colour table") << 21 << 6 << int(OpaqueColourTable);
+    QTest::newRow("table with see-through entries") << 19 << 4 << int(SeeThroughTable);
+    QTest::newRow("short table") << 17 << 4 << int(ShortTable);
+}
+
+void tst_ImageConversion::paintFormMatchesQtConversion()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(int, table);
+    QImage indexed(width, height, QImage::Format_Indexed8);
+    QRandomGenerator random(0x9a1e7 + quint32(width));
+    QVector<QRgb> colours(table == ShortTable ? kShortTableSize : 256);
+    for (int i = 0; i < colours.size(); ++i) {
+        switch (table) {
+        case GreyTable: colours[i] = qRgb(i, i, i); break;
+        case SeeThroughTable: colours[i] = qRgba(i, 255 - i, i / 2, i); break;
+        default: colours[i] = 0xff000000u | (random.generate() & 0xffffffu); break;
+        }
+    }
+    indexed.setColorTable(colours);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            indexed.scanLine(y)[x] = uchar(random.bounded(colours.size()));
+    const QImage expected = indexed.convertToFormat(indexed.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                                              : QImage::Format_RGB32);
+    const QImage paint = ConvertIndexedToPaintImage(indexed);
+    QCOMPARE(paint.format(), expected.format());
+    QCOMPARE(paint, expected);
+    // Again into a buffer of the same size, written over.
+    QImage spare(width, height, expected.format());
+    spare.fill(0x12345678u);
+    const uchar* spareBits = spare.constBits();
+    const QImage recycled = ConvertIndexedToPaintImage(indexed, std::move(spare));
+    QCOMPARE(recycled, expected);
+    // Only full opaque tables are converted here; the others go through Qt.
+    if (table == GreyTable || table == OpaqueColourTable)
+        QCOMPARE(recycled.constBits(), spareBits);
+}
+
+void tst_ImageConversion::paintFormOfOtherFormatsIsNull()
+{
+    QVERIFY(ConvertIndexedToPaintImage(QImage(4, 4, QImage::Format_RGB32)).isNull());
+    QVERIFY(ConvertIndexedToPaintImage(QImage(4, 4, QImage::Format_Grayscale8)).isNull());
+    QVERIFY(ConvertIndexedToPaintImage(QImage()).isNull());
 }
 
 void tst_ImageConversion::indexed8GoesBackPacked()

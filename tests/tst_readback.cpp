@@ -280,8 +280,9 @@ void tst_ReadBack::overlayRoundTrip_data()
     QTest::newRow("14 arc") << 14 << Params{100, 80, 40, -30, 120} << true << int(DM_ARC)
                             << Params{100, 80, 40, -30, 120} << true << 14 << Params{100, 80, 40, -30, 120};
     QTest::newRow("15 free line") << 15 << poly << true << int(DM_ANYLINE) << poly << true << 15 << poly;
-    QTest::newRow("17 refused") << 17 << none << false << 0 << none << false << 0 << none;
-    QTest::newRow("18 refused") << 18 << none << false << 0 << none << false << 0 << none;
+    QTest::newRow("17 cross refused") << 17 << Params{10, 20, 5, 30} << false << 0 << none << false << 0 << none;
+    QTest::newRow("18 arrowed line refused") << 18 << Params{0, 0, 10, 10} << false << 0 << none << false << 0
+                                             << none;
     QTest::newRow("20 refused") << 20 << none << false << 0 << none << false << 0 << none;
 }
 
@@ -298,8 +299,7 @@ void tst_ReadBack::overlayRoundTrip()
 
     LookScene s;
     VorOverlay ov = makeOverlay(code, in);
-    // Codes without a Gen call here stand as an overlay of no kind; the
-    // refusal rows of codes 17, 18 and 20 are checked on the code alone.
+    // Codes without a Gen call here (20) stand as an overlay of no kind.
     const long nextId = ODShape::s_ID;
     const long zBefore = s.active()->zValue();
     const QSet<QGraphicsItem*> before = itemSet(&s.scene);
@@ -307,6 +307,7 @@ void tst_ReadBack::overlayRoundTrip()
     const long id = s.active()->DrawOverlay(ov, false);
     QVERIFY(!s.scene.isOverlay());
     if (!made) {
+        QCOMPARE(ov.OverlayType(), code == 20 ? int(VorOverlay::OV_NONE) : code);
         QCOMPARE(id, -1L);
         QVERIFY(s.active()->shapes().isEmpty());
         QCOMPARE(ODShape::s_ID, nextId);

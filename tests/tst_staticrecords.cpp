@@ -152,6 +152,8 @@ void TestStaticRecords::overlayTypeCodesOfTheImageLayer_data()
                                             << -1;
     QTest::newRow("9 closed line refused") << int(VorOverlay::OV_POLYLINE) << Params{0, 0, 5, 0, 5, 5} << -1;
     QTest::newRow("0 no kind refused") << int(VorOverlay::OV_NONE) << Params{} << -1;
+    QTest::newRow("17 cross refused") << int(VorOverlay::OV_CROSS) << Params{5, 5, 4, 0} << -1;
+    QTest::newRow("18 arrowed line refused") << int(VorOverlay::OV_POLYARROW) << Params{0, 0, 5, 5} << -1;
 }
 
 void TestStaticRecords::overlayTypeCodesOfTheImageLayer()

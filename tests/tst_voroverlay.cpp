@@ -66,8 +66,8 @@ void TestVorOverlay::typeCodes()
                            VorOverlay::OV_ELLIPSE, VorOverlay::OV_POLYGON, VorOverlay::OV_POLYLINE,
                            VorOverlay::OV_RECT2, VorOverlay::OV_RAKERECT2, VorOverlay::OV_TORUS,
                            VorOverlay::OV_SPOKETORUS, VorOverlay::OV_ARC, VorOverlay::OV_IRREGULAR,
-                           VorOverlay::OV_TEXT});
-    QCOMPARE(int(VorOverlay::OV_REGION), 19);
+                           VorOverlay::OV_TEXT, VorOverlay::OV_CROSS, VorOverlay::OV_POLYARROW,
+                           VorOverlay::OV_REGION});
 }
 
 void TestVorOverlay::defaultIsOfNoKindWithoutPenOrBrush()

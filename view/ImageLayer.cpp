@@ -24,6 +24,7 @@
 #include <QPen>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -34,6 +35,17 @@ const double kFitTolerance = double(0.000001f);
 double fitRatio(double rw, double rh)
 {
     return rw - rh > kFitTolerance ? rh : rw;
+}
+
+// The largest indexed picture that gets a 32-bit paint form, in pixels (that
+// form is then 128 MB). A larger one is painted as it is: the paint engine
+// reads only the pixels the view shows through the colour table, slower per
+// pixel but without a copy four times the picture's size.
+constexpr qint64 kLargestPaintForm = qint64(1) << 25;
+
+bool wantsPaintForm(const QImage& image)
+{
+    return image.format() == QImage::Format_Indexed8 && qint64(image.width()) * image.height() <= kLargestPaintForm;
 }
 
 // The colour of a run's region, whatever its overlay brings.
@@ -66,10 +78,14 @@ bool ImageLayer::LoadVorImage(QImage& image)
 {
     QMutexLocker lock(&m_imageMutex);
     ThreadOrder::Held held(&m_imageMutex);
-    m_pendingImages.clear();
+    // The host's picture brings its own buffer: nothing is kept to write over.
+    recycleQueueLocked();
+    releaseSpareLocked();
     if (image.isNull())
         return false;
     m_pendingImages.append(image);
+    if (wantsPaintForm(image))
+        m_pendingPaintImage = ConvertIndexedToPaintImage(image);
     return true;
 }
 
@@ -77,7 +93,7 @@ bool ImageLayer::LoadVorImage(VorImage* image)
 {
     QMutexLocker lock(&m_imageMutex);
     ThreadOrder::Held held(&m_imageMutex);
-    m_pendingImages.clear();
+    recycleQueueLocked();
     if (!m_vorImage)
         m_vorImage = new VorImage;
     if (image)
@@ -88,7 +104,7 @@ bool ImageLayer::LoadVorImage(VorImage* image)
         return false;
     if (m_zoomModel == VOR_ZOOM_FIT)
         m_scene->setScale(GetFitImageScaledValue());
-    m_pendingImages.append(VorImageToQImage(m_vorImage));
+    queueConvertedLocked();
     return true;
 }
 
@@ -96,7 +112,7 @@ bool ImageLayer::runLoadVorImage(VorImage* image)
 {
     QMutexLocker lock(&m_imageMutex);
     ThreadOrder::Held held(&m_imageMutex);
-    m_pendingImages.clear();
+    recycleQueueLocked();
     if (!m_vorImage)
         m_vorImage = new VorImage;
     if (image)
@@ -105,8 +121,38 @@ bool ImageLayer::runLoadVorImage(VorImage* image)
         *m_vorImage = VorImage();
     if (!IsValidVorImage(m_vorImage) || m_vorImage->Height() < 0 || m_vorImage->Width() < 0)
         return false;
-    m_pendingImages.append(VorImageToQImage(m_vorImage));
+    queueConvertedLocked();
     return true;
+}
+
+void ImageLayer::recycleQueueLocked()
+{
+    if (m_pendingImages.isEmpty())
+        return;
+    m_spareImage = m_pendingImages.takeFirst();
+    m_sparePaintImage = std::move(m_pendingPaintImage);
+    m_pendingPaintImage = QImage();
+    m_pendingImages.clear();
+}
+
+void ImageLayer::releaseSpareLocked()
+{
+    m_spareImage = QImage();
+    m_sparePaintImage = QImage();
+}
+
+void ImageLayer::queueConvertedLocked()
+{
+    // All the pixel work of a picture happens here, in the loading thread: the
+    // conversion and, for an indexed picture, the 32-bit form that painting
+    // draws. Both write over the buffers of the picture last replaced when
+    // nobody else holds them.
+    QImage picture = ConvertVorImageToQImage(m_vorImage, std::move(m_spareImage));
+    m_spareImage = QImage();
+    if (wantsPaintForm(picture))
+        m_pendingPaintImage = ConvertIndexedToPaintImage(picture, std::move(m_sparePaintImage));
+    m_sparePaintImage = QImage();
+    m_pendingImages.append(picture);
 }
 
 QImage ImageLayer::VorImageToQImage(VorImage* image)
@@ -161,8 +207,25 @@ void ImageLayer::Update(bool takeQueued)
     double viewWidth = 0.0;
     double viewHeight = 0.0;
     m_scene->getViewSize(viewWidth, viewHeight);
-    if (takeQueued)
+    if (takeQueued) {
+        // The picture that leaves the screen keeps its buffers for the next
+        // load to write over when a stream goes on at the same size; it takes
+        // the place of the queued one, so the layer never holds more than two
+        // pictures. A picture of another size, or one too large to keep a
+        // second of, is let go at once.
+        QImage leaving = std::move(m_image);
+        QImage leavingPaint = std::move(m_paintImage);
         m_image = m_pendingImages.takeFirst();
+        releaseSpareLocked();
+        if (leaving.size() == m_image.size() && leaving.format() == m_image.format()
+            && qint64(leaving.width()) * leaving.height() <= kLargestPaintForm) {
+            m_spareImage = std::move(leaving);
+            m_sparePaintImage = std::move(leavingPaint);
+        }
+        m_paintImage = std::move(m_pendingPaintImage);
+        m_pendingPaintImage = QImage();
+        m_paintImageKey = m_image.cacheKey();
+    }
     const double matrixScale = applyScale(scale, viewWidth, viewHeight, m_zoomModel == VOR_ZOOM_FIT);
     if (takeQueued) {
         // A queued picture is taken over with the matrix set under the lock.
@@ -183,13 +246,12 @@ void ImageLayer::show()
 
 const QImage& ImageLayer::paintableImage()
 {
-    if (m_image.format() != QImage::Format_Indexed8)
+    if (!wantsPaintForm(m_image))
         return m_image;
     if (m_paintImageKey != m_image.cacheKey() || m_paintImage.isNull()) {
-        // The form the paint engine itself would convert to: see-through
-        // colour-table entries keep their alpha.
-        m_paintImage = m_image.convertToFormat(m_image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                                                           : QImage::Format_RGB32);
+        // A load makes this form beside the picture; only a picture changed
+        // since, through its address, is converted here.
+        m_paintImage = ConvertIndexedToPaintImage(m_image, std::move(m_paintImage));
         m_paintImageKey = m_image.cacheKey();
     }
     return m_paintImage;
@@ -504,6 +566,8 @@ void ImageLayer::ClearVorImage()
         // transparent black.
         m_image = QImage(1, 1, QImage::Format_ARGB32);
         m_image.fill(0);
+        m_paintImage = QImage();
+        releaseSpareLocked();
     }
     show();
 }

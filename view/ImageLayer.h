@@ -122,6 +122,11 @@ private:
     double applyScale(double scale, double viewWidth, double viewHeight, bool fitToView);
     void setViewMatrix(double scale);
     const QImage& paintableImage();
+    // The queue's picture and its paint form become the spare buffers.
+    void recycleQueueLocked();
+    void releaseSpareLocked();
+    // Converts m_vorImage and queues it with its paint form.
+    void queueConvertedLocked();
     // The two region steps with m_imageMutex already held by the caller.
     void loadRegionOverlayLocked(VorRegion& region);
     void resetRegionLocked();
@@ -147,4 +152,12 @@ private:
     // picture again. Readers of pixels keep seeing m_image in its own format.
     QImage m_paintImage;
     qint64 m_paintImageKey;
+    // The paint form of the queued picture, made by the load beside it.
+    QImage m_pendingPaintImage;
+    // The buffers of the picture last replaced, on screen or in the queue,
+    // which the next load writes over when nobody else shares them. They take
+    // the queued picture's place: at most two pictures and their paint forms
+    // are held. Guarded by m_imageMutex.
+    QImage m_spareImage;
+    QImage m_sparePaintImage;
 };

@@ -393,6 +393,35 @@ bool VorOverlay::GetPolyLine(VorPointArray* points) const
     return getPoints(OV_POLYLINE, points);
 }
 
+void VorOverlay::GenCross(const VorPoint& centre, double size, double angle)
+{
+    const VorPoint c = centre;
+    reset(OV_CROSS);
+    m_values = {c.x, c.y, size, angle};
+}
+
+bool VorOverlay::GetCross(VorPoint* centre, double* size, double* angle) const
+{
+    if (m_type != OV_CROSS || m_values.size() != 4)
+        return false;
+    give(m_values[0], m_values[1], centre);
+    give(m_values[2], size);
+    give(m_values[3], angle);
+    return true;
+}
+
+void VorOverlay::GenPolyArrow(const VorPointArray& points)
+{
+    const VorPointArray copy = points;
+    reset(OV_POLYARROW);
+    m_points = copy;
+}
+
+bool VorOverlay::GetPolyArrow(VorPointArray* points) const
+{
+    return getPoints(OV_POLYARROW, points);
+}
+
 bool VorOverlay::GetText(VorPoint* pos, VorVar* text, VorFont* font) const
 {
     if (m_type != OV_TEXT || m_values.size() != 2)

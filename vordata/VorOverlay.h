@@ -39,6 +39,8 @@ public:
         OV_ARC = 14,
         OV_IRREGULAR = 15,
         OV_TEXT = 16,
+        OV_CROSS = 17,
+        OV_POLYARROW = 18,
         OV_REGION = 19
     };
 
@@ -77,6 +79,10 @@ public:
     // of the font.
     void GenText(const VorPoint& pos, const char* text, const VorFont& font);
     void GenRegion(const VorRegion& region);
+    // Kinds the data model knows and the window does not draw: a cross marker
+    // of a size and a turn, and an open line with an arrow head at its end.
+    void GenCross(const VorPoint& centre, double size, double angle);
+    void GenPolyArrow(const VorPointArray& points);
 
     bool GetPoint(VorPoint* p) const;
     bool GetLine(VorPoint* a, VorPoint* b) const;
@@ -97,6 +103,8 @@ public:
     bool GetPolyLine(VorPointArray* points) const;
     bool GetText(VorPoint* pos, VorVar* text, VorFont* font) const;
     bool GetRegion(VorRegion* region) const;
+    bool GetCross(VorPoint* centre, double* size, double* angle) const;
+    bool GetPolyArrow(VorPointArray* points) const;
 
 private:
     void reset(int type);

@@ -3,13 +3,15 @@
 //
 //   kesview [--events] [--size WxH] [--cross JSON] [--grid JSON] [--float TEXT]
 //           [--zoom S] [--draw-rect X1,Y1,X2,Y2] [--draw KIND:X1,Y1,...]...
-//           [--click X,Y]... [--shapes FILE] [--screenshot FILE] [PICTURE...]
+//           [--click X,Y]... [--shapes FILE] [--camera] [--camera-colour]
+//           [--screenshot FILE] [PICTURE...]
 //
 // Keys: PageDown/N and PageUp/P step through the pictures, + and - zoom, F fits
 // the picture to the window, 1 shows it at one pixel per pixel, L turns the
 // pixel values shown at high zoom off and on, R starts drawing a rectangle, Q
 // or Esc quits. The tool bar's load button opens a picture of the host's choice.
 
+#include "camerasimulation.h"
 #include "picturefile.h"
 #include "shapefile.h"
 #include "viewerwindow.h"
@@ -18,11 +20,15 @@
 #include <QCommandLineParser>
 #include <QJsonDocument>
 #include <QJsonParseError>
+#include <QMainWindow>
 #include <QPixmap>
+#include <QElapsedTimer>
 #include <QRegularExpression>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -110,6 +116,35 @@ bool isJsonObject(const QString& text, QString* error)
     return true;
 }
 
+// How often the camera's frame rate is shown.
+constexpr int kFrameRateIntervalMs = 500;
+// With --screenshot, how long the camera runs before the window is saved.
+constexpr int kCameraShotDelayMs = 2000;
+
+// Shows the camera's frames per second of the last interval in the title and
+// the status line of the host's window.
+void showFrameRate(QMainWindow* window, const CameraSimulation* camera)
+{
+    auto* timer = new QTimer(window);
+    auto clock = std::make_shared<QElapsedTimer>();
+    auto lastFrames = std::make_shared<qint64>(0);
+    clock->start();
+    QObject::connect(timer, &QTimer::timeout, window, [=] {
+        const qint64 frames = camera->frames();
+        const double seconds = clock->nsecsElapsed() / 1e9;
+        const double fps = seconds > 0.0 ? double(frames - *lastFrames) / seconds : 0.0;
+        clock->restart();
+        *lastFrames = frames;
+        const QString text = QStringLiteral("camera %1: %2 fps, %3 frames")
+                                 .arg(camera->description())
+                                 .arg(fps, 0, 'f', 1)
+                                 .arg(frames);
+        window->setWindowTitle(text + QStringLiteral(" - kesview"));
+        window->statusBar()->showMessage(text);
+    });
+    timer->start(kFrameRateIntervalMs);
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -170,6 +205,15 @@ int main(int argc, char* argv[])
         QStringLiteral("Show the regions of interest and overlays of FILE, one a line (see shapefile.h or the "
                        "README), once the picture is shown; prints the id each one got."),
         QStringLiteral("FILE"));
+    const QCommandLineOption cameraOption(
+        QStringLiteral("camera"),
+        QStringLiteral("Simulate a camera: a worker thread feeds moving 2448 x 2048 grey frames through "
+                       "setRunBackground and repaint() as fast as the window shows them; the frame rate "
+                       "shows in the title and the status line."));
+    const QCommandLineOption cameraColourOption(QStringLiteral("camera-colour"),
+                                                QStringLiteral("As --camera, with 8-bit colour frames."));
+    parser.addOption(cameraOption);
+    parser.addOption(cameraColourOption);
     parser.addOption(eventsOption);
     parser.addOption(shapesOption);
     parser.addOption(drawOption);
@@ -256,6 +300,15 @@ int main(int argc, char* argv[])
 
     bool readable = window.showPicture(0);
 
+    // The camera goes before the window: its worker may be inside repaint().
+    std::unique_ptr<CameraSimulation> camera;
+    if (parser.isSet(cameraOption) || parser.isSet(cameraColourOption)) {
+        camera.reset(new CameraSimulation(window.imageWindow(), parser.isSet(cameraColourOption)));
+        window.statusBar()->showMessage(QStringLiteral("camera %1").arg(camera->description()));
+        showFrameRate(&window, camera.get());
+        camera->start();
+    }
+
     KESImageWnd* imageWnd = window.imageWindow();
     if (parser.isSet(crossOption))
         imageWnd->setCrossLineInfo(parser.value(crossOption));
@@ -325,7 +378,11 @@ int main(int argc, char* argv[])
         int exitCode = 0;
         QTimer::singleShot(100, &window, [&] {
             applyShown();
-            QTimer::singleShot(300, &window, [&] {
+            QTimer::singleShot(camera ? kCameraShotDelayMs : 300, &window, [&] {
+                // The camera ends its frame first, so that the picture shows
+                // a frame with its marks.
+                if (camera)
+                    camera->stop();
                 QApplication::processEvents();
                 const QPixmap pixels = window.grab();
                 if (!pixels.save(shotFile)) {
@@ -338,8 +395,13 @@ int main(int argc, char* argv[])
             });
         });
         app.exec();
+        if (camera)
+            camera->stop();
         return exitCode;
     }
     QTimer::singleShot(100, &window, applyShown);
-    return app.exec();
+    const int exitCode = app.exec();
+    if (camera)
+        camera->stop();
+    return exitCode;
 }

@@ -170,7 +170,8 @@ inline void verifySampleRegion(const OverlayOutputs& o)
 using OverlayKinds = KindTable<VorOverlay, OverlayOutputs>;
 
 // The kinds of an overlay: those it shares with a region of interest, and
-// its own lines with an arrow or a rake, spoked tori, text and regions.
+// its own lines with an arrow or a rake, spoked tori, text, the cross and the
+// arrowed line, and regions.
 OverlayKinds makeOverlayKinds()
 {
     OverlayKinds t(&VorOverlay::OverlayType, VorOverlay::OV_POINT, VorOverlay::OV_LINE, VorOverlay::OV_RECT1, VorOverlay::OV_RECT2,
@@ -207,6 +208,13 @@ OverlayKinds makeOverlayKinds()
            [](const VorOverlay& ov, OverlayOutputs& o) { return ov.GetText(&o.a, &o.text, &o.font); },
            [](const VorOverlay& ov) { return ov.GetText(nullptr, nullptr, nullptr); },
            [](KindOutputs& e) { e.a = kB; }, &verifySampleText});
+    t.add({"cross", VorOverlay::OV_CROSS, [](VorOverlay& ov) { ov.GenCross(kA, kV1, kV2); },
+           [](const VorOverlay& ov, OverlayOutputs& o) { return ov.GetCross(&o.a, &o.d[0], &o.d[1]); },
+           [](const VorOverlay& ov) { return ov.GetCross(nullptr, nullptr, nullptr); },
+           [](KindOutputs& e) { e.a = kA, e.d[0] = kV1, e.d[1] = kV2; }});
+    t.add({"arrowed line", VorOverlay::OV_POLYARROW, [](VorOverlay& ov) { ov.GenPolyArrow(points()); },
+           [](const VorOverlay& ov, OverlayOutputs& o) { return ov.GetPolyArrow(&o.points); },
+           [](const VorOverlay& ov) { return ov.GetPolyArrow(nullptr); }, &OverlayKinds::expectPoints});
     t.add({"region", VorOverlay::OV_REGION, [](VorOverlay& ov) { ov.GenRegion(sampleRegion()); },
            [](const VorOverlay& ov, OverlayOutputs& o) { return ov.GetRegion(&o.region); },
            [](const VorOverlay& ov) { return ov.GetRegion(nullptr); }, nullptr, &verifySampleRegion});

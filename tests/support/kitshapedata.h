@@ -146,6 +146,8 @@ inline VorOverlay makeOverlay(int code, const Params& v)
         break;
     case VorOverlay::OV_ARC: ov.GenArc(pointAt(v, 0), at(v, 2), at(v, 3), at(v, 4)); break;
     case VorOverlay::OV_IRREGULAR: ov.GenIrregular(pointsOf(v)); break;
+    case VorOverlay::OV_CROSS: ov.GenCross(pointAt(v, 0), at(v, 2), at(v, 3)); break;
+    case VorOverlay::OV_POLYARROW: ov.GenPolyArrow(pointsOf(v)); break;
     default: Q_UNUSED(n); break;
     }
     return ov;
