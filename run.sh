@@ -2,7 +2,11 @@
 # The project's two commands.
 #
 #   ./run.sh demo [FILE...]     build and run the demo host, kesview
-#   ./run.sh test [--sanitize]  install what is missing, build, run the whole suite
+#   ./run.sh test [--sanitize|--tsan]
+#                               install what is missing, build, run the whole suite;
+#                               --sanitize with AddressSanitizer and
+#                               UndefinedBehaviorSanitizer in build-sanitize/,
+#                               --tsan with ThreadSanitizer in build-tsan/
 #   ./run.sh fuzz [SECONDS]     build the libFuzzer targets with clang in build-fuzz/
 #                               and run each for SECONDS (default 30) on a copy
 #                               of its seed corpus; non-zero on any finding
@@ -53,6 +57,9 @@ run_tests() {
     if [ "${1:-}" = "--sanitize" ]; then
         build_dir="$ROOT/build-sanitize"
         extra=(-DKES_SANITIZE=ON -DKES_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug)
+    elif [ "${1:-}" = "--tsan" ]; then
+        build_dir="$ROOT/build-tsan"
+        extra=(-DKES_TSAN=ON -DKES_BUILD_BENCH=OFF -DKES_BUILD_FUZZ=OFF -DCMAKE_BUILD_TYPE=Debug)
     elif [ -n "${1:-}" ]; then
         say "unknown option: $1"; exit 2
     fi
@@ -132,7 +139,7 @@ main() {
         test) install_packages; run_tests "$@" ;;
         demo) install_packages; run_demo "$@" ;;
         fuzz) install_packages; run_fuzz "$@" ;;
-        *) say "usage: ./run.sh demo [FILE...] | ./run.sh test [--sanitize] | ./run.sh fuzz [SECONDS]"; exit 2 ;;
+        *) say "usage: ./run.sh demo [FILE...] | ./run.sh test [--sanitize|--tsan] | ./run.sh fuzz [SECONDS]"; exit 2 ;;
     esac
 }
 

@@ -8,6 +8,7 @@
 #include "imagectrlscene.h"
 #include "imagectrlview.h"
 #include "odtexttool.h"
+#include "threadannotations.h"
 
 #include <QFont>
 #include <QWidget>
@@ -224,9 +225,16 @@ void KESImageWnd::setRunBackground(VorImage& image)
 
 long KESImageWnd::repaint()
 {
-    if (!m_mainWindow)
+    CMainWindow* window = m_mainWindow;
+    if (!window)
         return -1;
-    emit m_mainWindow->sendRepaint();
+    // The blocking connection orders the worker's frame before the window's
+    // paint, and the paint before the worker's next frame. Once the window
+    // has painted, the worker reads nothing of the facade any more: the host
+    // may tear the window down as soon as it sees the worker done.
+    ThreadOrder::handOver(window);
+    emit window->sendRepaint();
+    ThreadOrder::takeOver(window);
     return 0;
 }
 

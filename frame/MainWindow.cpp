@@ -9,6 +9,7 @@
 #include "imagectrlview.h"
 #include "numericguards.h"
 #include "statusbar.h"
+#include "threadannotations.h"
 
 #include "ShapeLayer.h"
 #include "imageconversion.h"
@@ -285,7 +286,10 @@ void CMainWindow::showScrollbar(bool visible)
 
 void CMainWindow::repaintWnd()
 {
+    // The waiting worker's repaint() hands over here and takes back on return.
+    ThreadOrder::takeOver(this);
     m_imageView->RefreshLayers();
+    ThreadOrder::handOver(this);
 }
 
 void CMainWindow::setBackground(qlonglong image)
@@ -338,7 +342,7 @@ void CMainWindow::SelectDrawROIMode(DrawMode mode)
 {
     ImageLayer* layer = scene()->GetImageLayer();
     m_imageView->setLimitMousePos(true);
-    if (IsValidVorImage(layer->GetVorImage()) || !layer->isVorImg()) {
+    if (layer->hasValidVorImage() || !layer->isVorImg()) {
         scene()->GetActiveLayer()->clearCurrentShape();
         scene()->GetActiveLayer()->clearSelectedShape();
         scene()->SetDrawMode(mode);
@@ -348,7 +352,7 @@ void CMainWindow::SelectDrawROIMode(DrawMode mode)
 void CMainWindow::SelectDrawOverlayMode(DrawMode mode)
 {
     ImageLayer* layer = scene()->GetImageLayer();
-    if (layer->isVorImg() && !IsValidVorImage(layer->GetVorImage()))
+    if (layer->isVorImg() && !layer->hasValidVorImage())
         return;
     // A polygon under way cannot be interrupted from here, not even to select.
     if (scene()->GetDrawMode() == DM_POLYGON)
@@ -562,7 +566,7 @@ void CMainWindow::OnZoomOrgPushButtonClicked(bool)
 void CMainWindow::OnZoom(int model)
 {
     ImageLayer* layer = scene()->GetImageLayer();
-    if (layer->isVorImg() && !IsValidVorImage(layer->GetVorImage()))
+    if (layer->isVorImg() && !layer->hasValidVorImage())
         return;
     switch (model) {
     case ButtonToolbar::PB_ZOOM_IN:
@@ -593,11 +597,10 @@ void CMainWindow::OnZoom(int model)
 void CMainWindow::OnUpdateMousePosition(QPointF pos)
 {
     ImageLayer* layer = scene()->GetImageLayer();
-    VorImage* vorImage = layer->GetVorImage();
     QImage* image = layer->GetQImage();
     // Without a picture the host hears of no movement and the bar stands still.
     if (layer->isVorImg()) {
-        if (!IsValidVorImage(vorImage))
+        if (!layer->hasValidVorImage())
             return;
     } else if (image->width() == 0 || image->height() == 0) {
         return;
@@ -608,7 +611,7 @@ void CMainWindow::OnUpdateMousePosition(QPointF pos)
     layer->GetPixel(pos, &r, &g, &b);
 
     Statusbar::StatusInformation info;
-    info.imageSize = layer->isVorImg() ? QSize(vorImage->Width(), vorImage->Height()) : image->size();
+    info.imageSize = layer->isVorImg() ? QSize(layer->storedWidth(), layer->storedHeight()) : image->size();
     info.pos = pos;
     info.red = r;
     info.green = g;
@@ -655,9 +658,9 @@ void CMainWindow::resizeEvent(QResizeEvent* event)
 QRect CMainWindow::grabRect() const
 {
     const float scale = float(scene()->getScale());
-    VorImage* image = scene()->GetImageLayer()->GetVorImage();
-    const int iw = TruncateToInt(float(image->Width()) * scale);
-    const int ih = TruncateToInt(float(image->Height()) * scale);
+    const ImageLayer* layer = scene()->GetImageLayer();
+    const int iw = TruncateToInt(float(layer->storedWidth()) * scale);
+    const int ih = TruncateToInt(float(layer->storedHeight()) * scale);
     const int vw = m_imageView->width();
     const int vh = m_imageView->height();
     // A picture smaller than the view is cut out of the centre, where the view
@@ -669,7 +672,7 @@ QRect CMainWindow::grabRect() const
 
 long CMainWindow::GrabWindow(const char* fileName) const
 {
-    if (!IsValidVorImage(scene()->GetImageLayer()->GetVorImage()))
+    if (!scene()->GetImageLayer()->hasValidVorImage())
         return -1;
     const QString name = QString(fileName);
     const QPixmap pixmap = m_imageView->grab(grabRect());
@@ -684,7 +687,7 @@ long CMainWindow::GrabWindow(const char* fileName) const
 long CMainWindow::GrabWindow(VorImage* image) const
 {
     ImageLayer* layer = scene()->GetImageLayer();
-    if (!IsValidVorImage(layer->GetVorImage()))
+    if (!layer->hasValidVorImage())
         return -1;
     const QImage grabbed = m_imageView->grab(grabRect()).toImage();
     layer->QImageToKesImage(grabbed, image);

@@ -51,7 +51,7 @@ bool ShaperLayer::imageAccepts(bool checkImage) const
     if (!checkImage)
         return true;
     ImageLayer* imageLayer = m_scene->GetImageLayer();
-    return imageLayer && IsValidVorImage(imageLayer->GetVorImage());
+    return imageLayer && imageLayer->hasValidVorImage();
 }
 
 // ---- display ---------------------------------------------------------------
@@ -177,7 +177,7 @@ long ShaperLayer::DrawOverlayPath(VorOverlayPath const& path, bool checkImage)
 long ShaperLayer::DrawStaticOverlay(VorOverlay& overlay)
 {
     ImageLayer* imageLayer = m_scene->GetImageLayer();
-    if (imageLayer && imageLayer->isVorImg() && !IsValidVorImage(imageLayer->GetVorImage()))
+    if (imageLayer && imageLayer->isVorImg() && !imageLayer->hasValidVorImage())
         return -1;
     m_scene->setIsStaticOverlay(true);
     const long id = drawOverlayByType(overlay);

@@ -21,6 +21,8 @@
 
 #include <QThread>
 
+#include <atomic>
+
 using Kit::Params;
 
 namespace {
@@ -297,7 +299,7 @@ void TestFacadeLayers::runShapesFromAWorkerShowAfterRepaint()
     path.Append(Kit::makeOverlay(VorOverlay::OV_POINT, Params{80, 80}));
     const long start = ODShape::s_ID;
     VorImage frame = Kit::greyPicture(200, 150, Kit::PictureWindow::kGrey);
-    long repainted = -1;
+    std::atomic<long> repainted{-1};
     QThread* worker = QThread::create([&] {
         w.wnd->setRunBackground(frame);
         w.wnd->displayRunShapes(path);
@@ -306,7 +308,7 @@ void TestFacadeLayers::runShapesFromAWorkerShowAfterRepaint()
     worker->start();
     QTRY_VERIFY(worker->isFinished());
     delete worker;
-    QCOMPARE(repainted, 0L);
+    QCOMPARE(repainted.load(), 0L);
     QCOMPARE(w.wnd->getShapeIDS(KESImageWnd::LAYER_IMAGE), (QList<long>{start, start + 1}));
     // The new frame is fitted to the view, so the hairline falls between
     // viewport pixels and is smoothed: red by far, not pure.

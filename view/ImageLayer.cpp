@@ -8,6 +8,7 @@
 #include "viewpainter.h"
 #include "odregion.h"
 #include "regionmask.h"
+#include "threadannotations.h"
 
 #include "VORMV.h"
 #include "VorImage.h"
@@ -76,6 +77,7 @@ ImageLayer::~ImageLayer()
 bool ImageLayer::LoadVorImage(QImage& image)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     // The host's picture brings its own buffer: nothing is kept to write over.
     recycleQueueLocked();
     releaseSpareLocked();
@@ -90,6 +92,7 @@ bool ImageLayer::LoadVorImage(QImage& image)
 bool ImageLayer::LoadVorImage(VorImage* image)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     if (!storeCopyLocked(image))
         return false;
     if (m_zoomModel == VOR_ZOOM_FIT)
@@ -101,6 +104,7 @@ bool ImageLayer::LoadVorImage(VorImage* image)
 bool ImageLayer::runLoadVorImage(VorImage* image)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     if (!storeCopyLocked(image) || m_vorImage->Height() < 0 || m_vorImage->Width() < 0)
         return false;
     queueConvertedLocked();
@@ -118,7 +122,15 @@ bool ImageLayer::storeCopyLocked(VorImage* image)
         *m_vorImage = *image;
     else
         *m_vorImage = VorImage();
+    noteStoredSizeLocked();
     return IsValidVorImage(m_vorImage);
+}
+
+void ImageLayer::noteStoredSizeLocked()
+{
+    m_storedWidth = m_vorImage ? m_vorImage->Width() : 0;
+    m_storedHeight = m_vorImage ? m_vorImage->Height() : 0;
+    m_storedVorImage = m_vorImage != nullptr;
 }
 
 void ImageLayer::recycleQueueLocked()
@@ -192,7 +204,10 @@ void ImageLayer::setViewMatrix(double scale)
 void ImageLayer::Update(bool takeQueued)
 {
     m_imageMutex.lock();
+    // Told to ThreadSanitizer: the lock orders this take-over after the worker's load.
+    ThreadOrder::takeOver(&m_imageMutex);
     if (takeQueued && m_pendingImages.isEmpty()) {
+        ThreadOrder::handOver(&m_imageMutex);
         m_imageMutex.unlock();
         return;
     }
@@ -223,8 +238,10 @@ void ImageLayer::Update(bool takeQueued)
     if (takeQueued) {
         // A queued picture is taken over with the matrix set under the lock.
         setViewMatrix(matrixScale);
+        ThreadOrder::handOver(&m_imageMutex);
         m_imageMutex.unlock();
     } else {
+        ThreadOrder::handOver(&m_imageMutex);
         m_imageMutex.unlock();
         setViewMatrix(matrixScale);
     }
@@ -251,6 +268,7 @@ const QImage& ImageLayer::paintableImage()
 void ImageLayer::drawBackground(QPainter* painter, const QRectF& exposed)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     const QRectF rect(0, 0, m_image.width(), m_image.height());
     if (rect.width() <= 0 || rect.height() <= 0)
         return;
@@ -333,6 +351,7 @@ long ImageLayer::insertAndShow(const BackGroundItem& item)
     long id = -1;
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         id = insertIfValidLocked(item);
     }
     show();
@@ -360,6 +379,7 @@ long ImageLayer::DrawOverlayPath(VorOverlayPath& path)
         BackGroundItem item(path[i], nullptr);
         dressInSceneLook(item);
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         const long id = insertIfValidLocked(item);
         if (id != -1)
             last = id;
@@ -372,6 +392,7 @@ QList<long> ImageLayer::runDrawShape(VorOverlayPath& path)
 {
     QList<long> ids;
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     for (int i = 0; i < path.Length(); ++i) {
         VorOverlay overlay = path[i];
         if (overlay.OverlayType() == VorOverlay::OV_REGION) {
@@ -393,6 +414,7 @@ long ImageLayer::ShapeVisible(long long id, bool visible)
     long result = -1;
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         if (m_backGroundItems.contains(id)) {
             BackGroundItem copy = m_backGroundItems.value(id);
             copy.SetVisible(visible);
@@ -410,6 +432,7 @@ long ImageLayer::removeShape(long id)
     long result = -1;
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         if (m_backGroundItems.remove(id) > 0)
             result = id;
     }
@@ -421,6 +444,7 @@ void ImageLayer::removeShapeList(QList<long> idList)
 {
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         for (long id : qAsConst(idList))
             m_backGroundItems.remove(id);
     }
@@ -431,6 +455,7 @@ void ImageLayer::clearShape()
 {
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         m_backGroundItems.clear();
         resetRegionLocked();
     }
@@ -440,6 +465,7 @@ void ImageLayer::clearShape()
 QList<long> ImageLayer::getShapeIDS()
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     QList<long> ids;
     for (long long id : m_backGroundItems.keys())
         ids.append(long(id));
@@ -449,6 +475,7 @@ QList<long> ImageLayer::getShapeIDS()
 QMap<long long, BackGroundItem> ImageLayer::backGroundItems()
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     return m_backGroundItems;
 }
 
@@ -460,12 +487,14 @@ ODRegion* ImageLayer::GetRegion() const
 void ImageLayer::runDrawRegion(VorRegion& region)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     loadRegionOverlayLocked(region);
 }
 
 void ImageLayer::resetRegion()
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     resetRegionLocked();
 }
 
@@ -499,10 +528,10 @@ float ImageLayer::GetFitImageScaledValue() const
     double width = 0.0;
     double height = 0.0;
     if (m_isVorImg) {
-        if (!m_vorImage)
+        if (!hasVorImage())
             return 1.0f;
-        width = m_vorImage->Width();
-        height = m_vorImage->Height();
+        width = storedWidth();
+        height = storedHeight();
     } else {
         width = m_image.width();
         height = m_image.height();
@@ -538,8 +567,10 @@ void ImageLayer::ClearVorImage()
 {
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         delete m_vorImage;
         m_vorImage = nullptr;
+        noteStoredSizeLocked();
         // A one-pixel picture in the unchanged scene rectangle; its pixel is
         // transparent black.
         m_image = QImage(1, 1, QImage::Format_ARGB32);
@@ -568,6 +599,7 @@ VorImage* ImageLayer::GetVorImage() const
 bool ImageLayer::copyVorImage(VorImage* target)
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     if (!m_vorImage)
         return false;
     *target = *m_vorImage;
@@ -592,6 +624,7 @@ bool ImageLayer::isVorImg() const
 int ImageLayer::pendingCount()
 {
     QMutexLocker lock(&m_imageMutex);
+    ThreadOrder::Held held(&m_imageMutex);
     return m_pendingImages.size();
 }
 
@@ -602,6 +635,7 @@ void ImageLayer::drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& end,
     QList<QString> texts;
     {
         QMutexLocker lock(&m_imageMutex);
+        ThreadOrder::Held held(&m_imageMutex);
         const int width = m_image.width();
         const int height = m_image.height();
         const QImage::Format format = m_image.format();

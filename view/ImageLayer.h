@@ -10,6 +10,8 @@
 #include <QPointF>
 #include <QRectF>
 
+#include <atomic>
+
 class ImageCtrlScene;
 class ODRegion;
 class QPainter;
@@ -106,6 +108,14 @@ public:
     void SetZoomModel(VOR_ZOOM_MODEL model);
     VOR_ZOOM_MODEL GetZoomModel() const;
     VorImage* GetVorImage() const;
+    // What the GUI thread asks of the stored VorImage while a worker may be
+    // storing a newer one: whether one is stored, its size, and whether it is
+    // valid (IsValidVorImage). Kept beside the copy at each store, so that
+    // the asker never reads the copy itself.
+    bool hasVorImage() const { return m_storedVorImage.load(); }
+    int storedWidth() const { return m_storedWidth.load(); }
+    int storedHeight() const { return m_storedHeight.load(); }
+    bool hasValidVorImage() const { return hasVorImage() && storedWidth() != 0 && storedHeight() != 0; }
     // Assigns the stored VorImage to target under m_imageMutex, so that a
     // worker's load cannot change it halfway; false when none is stored.
     bool copyVorImage(VorImage* target);
@@ -127,6 +137,7 @@ private:
     const QImage& paintableImage();
     // Empties the queue, stores a copy of the picture; whether it is valid.
     bool storeCopyLocked(VorImage* image);
+    void noteStoredSizeLocked();
     // The queue's picture and its paint form become the spare buffers.
     void recycleQueueLocked();
     void releaseSpareLocked();
@@ -164,5 +175,9 @@ private:
     // the queued picture's place: at most two pictures and their paint forms
     // are held. Guarded by m_imageMutex.
     QImage m_spareImage;
+    // The stored VorImage's presence and size, for readers without the lock.
+    std::atomic<bool> m_storedVorImage{false};
+    std::atomic<int> m_storedWidth{0};
+    std::atomic<int> m_storedHeight{0};
     QImage m_sparePaintImage;
 };

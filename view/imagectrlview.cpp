@@ -333,7 +333,7 @@ void ImageCtrlView::mouseMoveEvent(QMouseEvent* event)
     // The host's move callback comes last, and only over a picture or in
     // QImage mode.
     ImageLayer* layer = m_scene->GetImageLayer();
-    if (!layer->isVorImg() || IsValidVorImage(layer->GetVorImage()))
+    if (!layer->isVorImg() || layer->hasValidVorImage())
         m_scene->GetEventThread()->sendMouseMove(float(sp.x()), float(sp.y()));
 }
 
@@ -449,7 +449,7 @@ void ImageCtrlView::resizeEvent(QResizeEvent* event)
     const int margin = m_scrollVisible ? 19 : 2;
     m_scene->setViewSize(float(width() - margin), float(height() - margin));
     ImageLayer* layer = m_scene->GetImageLayer();
-    if (layer->GetVorImage()) {
+    if (layer->hasVorImage()) {
         // Any resize re-fits the picture, whatever the zoom model says.
         m_scene->setScale(layer->GetFitImageScaledValue());
         layer->Update(false);
