@@ -96,7 +96,7 @@ private:
 VorROI makeROI(Reader& in)
 {
     VorROI roi;
-    switch (in.byte() % 13) {
+    switch (in.byte() % 14) {
     case 0: roi.GenPoint(in.point()); break;
     case 1: roi.GenLine(in.point(), in.point()); break;
     case 2: roi.GenRect1(in.point(), in.point()); break;
@@ -108,6 +108,7 @@ VorROI makeROI(Reader& in)
     case 8: roi.GenTorus(in.point(), in.number(), in.number(), in.number(), in.number()); break;
     case 9: roi.GenArc(in.point(), in.number(), in.number(), in.number()); break;
     case 10: roi.GenMask(in.mask()); break;
+    case 11: roi.GenPolyLine(in.points()); break;
     default: break; // a ROI of no kind
     }
     return roi;

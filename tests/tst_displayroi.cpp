@@ -163,8 +163,7 @@ void tst_DisplayROI::typeWithoutRoutineTakesNoZValue_data()
     QTest::addColumn<bool>("overlay");
     QTest::addColumn<int>("code");
     QTest::newRow("ROI 3, no kind") << false << 3;
-    QTest::newRow("ROI 12") << false << 12;
-    QTest::newRow("ROI -1") << false << -1;
+    QTest::newRow("ROI 12, a closed free line") << false << 12;
     QTest::newRow("overlay 0") << true << 0;
     QTest::newRow("overlay 17, a cross") << true << 17;
     QTest::newRow("overlay 18, an arrowed line") << true << 18;
@@ -182,7 +181,8 @@ void tst_DisplayROI::typeWithoutRoutineTakesNoZValue()
         QCOMPARE(ov.OverlayType(), code);
         id = s.active()->DrawOverlay(ov, false);
     } else {
-        VorROI roi = makeROI(code, {});
+        VorROI roi = makeROI(code, {10, 20, 30, 40});
+        QCOMPARE(roi.ROIType(), code);
         id = s.active()->DrawROI(roi, false);
     }
     QCOMPARE(id, -1L);

@@ -170,7 +170,8 @@ void tst_ReadBack::roiRoundTrip_data()
                                                  << Params{100, 80, 40, -30, 120};
     QTest::newRow("10 point") << 10 << Params{50, 60} << true << int(DM_POINT) << Params{50, 60} << 10
                               << Params{50, 60};
-    QTest::newRow("12 unknown, refused") << 12 << Params{} << false << 0 << Params{} << 0 << Params{};
+    QTest::newRow("12 closed free line refused") << 12 << Params{10, 10, 100, 10, 60, 80} << false << 0 << Params{} << 0
+                                                 << Params{};
 }
 
 void tst_ReadBack::roiRoundTrip()
@@ -185,8 +186,7 @@ void tst_ReadBack::roiRoundTrip()
 
     LookScene s;
     VorROI roi = makeROI(code, in);
-    if (code != VorROI::ROI_NONE && made)
-        QCOMPARE(roi.ROIType(), code);
+    QCOMPARE(roi.ROIType(), code);
     const long nextId = ODShape::s_ID;
     const long zBefore = s.active()->zValue();
     const QSet<QGraphicsItem*> before = itemSet(&s.scene);
@@ -521,8 +521,11 @@ void tst_ReadBack::textOverlayReadsBackWithoutColoursAsUTF8_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("ownPen");
-    QTest::newRow("plain text in the window's pen") << QString("Lot 42") << false;
-    QTest::newRow("accented text in its own pen") << QString::fromUtf8("Gr\u00fc\u00dfe") << true;
+    QTest::addColumn<QByteArray>("localCodec");
+    QTest::newRow("plain text in the window's pen") << QString("Lot 42") << false << QByteArray();
+    QTest::newRow("accented text in its own pen") << QString::fromUtf8("Gr\u00fc\u00dfe") << true << QByteArray();
+    QTest::newRow("Latin-1 bytes under a Latin-1 locale")
+        << QString::fromUtf8("Gr\u00fc\u00dfe") << false << QByteArray("ISO-8859-1");
 }
 
 // Code 16: a text decoded from the local eight-bit encoding, shown in the pen
@@ -532,8 +535,16 @@ void tst_ReadBack::textOverlayReadsBackWithoutColoursAsUTF8()
 {
     QFETCH(QString, text);
     QFETCH(bool, ownPen);
+    QFETCH(QByteArray, localCodec);
+    const LocalCodecScope codecScope(localCodec);
     const QByteArray bytes = text.toLocal8Bit();
     const QString decoded = QString::fromLocal8Bit(bytes);
+    if (!localCodec.isEmpty()) {
+        // One byte a character: the window decoded them as the locale says,
+        // not as UTF-8, and hands back UTF-8.
+        QCOMPARE(bytes, QByteArray("Gr\xFC\xDF" "e"));
+        QCOMPARE(decoded, text);
+    }
     LookScene s;
     VorFont font("Serif", 17);
     font.weight = 75;

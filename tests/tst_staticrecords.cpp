@@ -98,6 +98,8 @@ void TestStaticRecords::roiPathsFollowTheirKind_data()
                                  << QRectF(0, 0, 10, 5);
     QTest::newRow("11 mask is no static kind") << int(VorROI::ROI_MASK) << Params{} << false << QRectF();
     QTest::newRow("3 no kind") << int(VorROI::ROI_NONE) << Params{} << false << QRectF();
+    QTest::newRow("12 closed free line is no static kind") << int(VorROI::ROI_POLYLINE) << Params{0, 0, 10, 0, 10, 5}
+                                                           << false << QRectF();
 }
 
 void TestStaticRecords::roiPathsFollowTheirKind()
@@ -418,8 +420,7 @@ void TestStaticRecords::foregroundTextStaysAsGiven()
 
 void TestStaticRecords::imageLayerReadsGb18030WhateverTheLocale()
 {
-    QTextCodec* before = QTextCodec::codecForLocale();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    const Kit::LocalCodecScope latin1("ISO-8859-1");
     // Two characters in GB18030 bytes.
     const char bytes[] = "\xC4\xE3\xBA\xC3";
     VorOverlay overlay = textOverlay(bytes);
@@ -431,7 +432,6 @@ void TestStaticRecords::imageLayerReadsGb18030WhateverTheLocale()
     QPainterPath latin;
     latin.addText(10, 20, back.getFont(), QString::fromLatin1(bytes));
     QCOMPARE(elementsOf(fore.GetPainterPath()), elementsOf(latin));
-    QTextCodec::setCodecForLocale(before);
 }
 
 void TestStaticRecords::textBoxFollowsTheFontMetrics()

@@ -35,7 +35,7 @@ void TestVorROI::typeCodes()
 {
     verifyCodesCountUp(0, {VorROI::ROI_RECT1, VorROI::ROI_CIRCLE, VorROI::ROI_TORUS, VorROI::ROI_NONE, VorROI::ROI_POLYGON,
                            VorROI::ROI_IRREGULAR, VorROI::ROI_RECT2, VorROI::ROI_LINE, VorROI::ROI_ELLIPSE,
-                           VorROI::ROI_ARC, VorROI::ROI_POINT, VorROI::ROI_MASK});
+                           VorROI::ROI_ARC, VorROI::ROI_POINT, VorROI::ROI_MASK, VorROI::ROI_POLYLINE});
 }
 
 void TestVorROI::defaultIsOfNoKind()

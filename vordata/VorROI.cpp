@@ -126,6 +126,13 @@ void VorROI::GenIrregular(const VorPointArray& points)
     m_points = copy;
 }
 
+void VorROI::GenPolyLine(const VorPointArray& points)
+{
+    const VorPointArray copy = points;
+    reset(ROI_POLYLINE);
+    m_points = copy;
+}
+
 void VorROI::GenTorus(const VorPoint& centre, double r1, double r2, double angle, double sweep)
 {
     const VorPoint c = centre;
@@ -216,6 +223,15 @@ bool VorROI::GetPolygon(VorPointArray* points) const
 bool VorROI::GetIrregular(VorPointArray* points) const
 {
     if (m_type != ROI_IRREGULAR)
+        return false;
+    if (points)
+        *points = m_points;
+    return true;
+}
+
+bool VorROI::GetPolyLine(VorPointArray* points) const
+{
+    if (m_type != ROI_POLYLINE)
         return false;
     if (points)
         *points = m_points;

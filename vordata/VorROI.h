@@ -31,7 +31,8 @@ public:
         ROI_ELLIPSE = 8,
         ROI_ARC = 9,
         ROI_POINT = 10,
-        ROI_MASK = 11
+        ROI_MASK = 11,
+        ROI_POLYLINE = 12
     };
 
     VorROI();  // of no kind, ROI_NONE
@@ -56,6 +57,9 @@ public:
     // A mask ROI: every pixel of the picture that is non-zero in any channel is
     // inside. The mask is kept as its own one-channel 8-bit copy, 255 inside.
     void GenMask(const VorImage& binaryImage);
+    // A kind the data model knows and the window does not draw: a closed free
+    // line through the points, the last joined to the first.
+    void GenPolyLine(const VorPointArray& points);
 
     bool GetPoint(VorPoint* p) const;
     bool GetLine(VorPoint* a, VorPoint* b) const;
@@ -69,6 +73,7 @@ public:
     bool GetArc(VorPoint* centre, double* r, double* start, double* end) const;
     // The mask as a new one-channel picture of its own (not shared).
     bool GetMask(VorImage* mask) const;
+    bool GetPolyLine(VorPointArray* points) const;
 
 private:
     void reset(int type);

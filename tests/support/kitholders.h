@@ -66,6 +66,9 @@ inline RoiKinds makeRoiKinds()
     t.add({"mask", VorROI::ROI_MASK, [](VorROI& roi) { roi.GenMask(VorImage(sampleMaskSource())); },
            [](const VorROI& roi, RoiOutputs& o) { return roi.GetMask(&o.mask); },
            [](const VorROI& roi) { return roi.GetMask(nullptr); }, nullptr, &verifySampleMask});
+    t.add({"closed free line", VorROI::ROI_POLYLINE, [](VorROI& roi) { roi.GenPolyLine(points()); },
+           [](const VorROI& roi, RoiOutputs& o) { return roi.GetPolyLine(&o.points); },
+           [](const VorROI& roi) { return roi.GetPolyLine(nullptr); }, &RoiKinds::expectPoints});
     t.setVerifySomeNulls(VorROI::ROI_LINE, [](const VorROI& roi) {
         VorPoint end;
         QVERIFY(roi.GetLine(nullptr, &end));

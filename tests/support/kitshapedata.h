@@ -26,6 +26,7 @@
 
 #include <QGraphicsItem>
 #include <QSet>
+#include <QTextCodec>
 
 #include <algorithm>
 
@@ -93,6 +94,7 @@ inline VorROI makeROI(int code, const Params& v)
     case VorROI::ROI_ELLIPSE: roi.GenEllipse(pointAt(v, 0), at(v, 2), at(v, 3), at(v, 4)); break;
     case VorROI::ROI_ARC: roi.GenArc(pointAt(v, 0), at(v, 2), at(v, 3), at(v, 4)); break;
     case VorROI::ROI_POINT: roi.GenPoint(pointAt(v, 0)); break;
+    case VorROI::ROI_POLYLINE: roi.GenPolyLine(pointsOf(v)); break;
     default: break;
     }
     return roi;
@@ -115,6 +117,7 @@ inline Params valuesOf(const VorROI& roi)
     case VorROI::ROI_ELLIPSE: roi.GetEllipse(&a, &d1, &d2, &d3); return {a.x, a.y, d1, d2, d3};
     case VorROI::ROI_ARC: roi.GetArc(&a, &d1, &d2, &d3); return {a.x, a.y, d1, d2, d3};
     case VorROI::ROI_POINT: roi.GetPoint(&a); return {a.x, a.y};
+    case VorROI::ROI_POLYLINE: roi.GetPolyLine(&points); return flatOf(points);
     default: return {};
     }
 }
@@ -267,5 +270,23 @@ inline double lowestZ(const QList<QGraphicsItem*>& items)
         z = std::min(z, item->zValue());
     return z;
 }
+
+// The locale's eight-bit encoding set to a codec for one test, and put back
+// when the test ends, failed or not. An empty name changes nothing.
+class LocalCodecScope
+{
+public:
+    explicit LocalCodecScope(const QByteArray& codecName) : m_before(QTextCodec::codecForLocale())
+    {
+        if (!codecName.isEmpty())
+            QTextCodec::setCodecForLocale(QTextCodec::codecForName(codecName));
+    }
+    ~LocalCodecScope() { QTextCodec::setCodecForLocale(m_before); }
+    LocalCodecScope(const LocalCodecScope&) = delete;
+    LocalCodecScope& operator=(const LocalCodecScope&) = delete;
+
+private:
+    QTextCodec* m_before;
+};
 
 } // namespace Kit
