@@ -113,7 +113,8 @@ private slots:
     void repaintWithNothingQueuedStillRepaints();
     void runShapesShowWithTheirFrame();
     void fitWaitsForRepaintAndGetBackgroundGivesTheNewerPicture();
-    void greyStreamPaintsEachFrameAsItsGreyValues();
+    void streamPaintsEachFrameAsItsPlainColours_data();
+    void streamPaintsEachFrameAsItsPlainColours();
     void largeGreyPicturePaintsAsItsConvertedColours();
     void steadyStreamWritesOverTheBuffersOfAReplacedPicture();
     void pictureHeldByTheHostIsNeverWrittenOver();
@@ -350,19 +351,45 @@ void RunPathTest::fitWaitsForRepaintAndGetBackgroundGivesTheNewerPicture()
 
 // Frames of a grey stream, each painted with its own grey values: the paint
 // form queued with a frame is the one painted with it.
-void RunPathTest::greyStreamPaintsEachFrameAsItsGreyValues()
+void RunPathTest::streamPaintsEachFrameAsItsPlainColours_data()
 {
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("indexed");
+    QTest::newRow("8-bit grey") << int(CV_8UC1) << true;
+    QTest::newRow("8-bit colour") << int(CV_8UC3) << false;
+    QTest::newRow("16-bit grey") << int(CV_16UC1) << true;
+    QTest::newRow("16-bit colour") << int(CV_16UC3) << false;
+}
+
+// Random frames of every kind a camera delivers, one after the other through
+// the worker's path: every picture pixel is painted in the colour the plain
+// per-pixel rule gives it (16-bit values scaled to 8 in single precision,
+// colour frames from blue-green-red).
+void RunPathTest::streamPaintsEachFrameAsItsPlainColours()
+{
+    QFETCH(int, type);
+    QFETCH(bool, indexed);
     EmbeddedWindow fixture;
     constexpr int kFrames = 3;
     cv::Mat mats[kFrames];
+    const bool sixteen = CV_MAT_DEPTH(type) == CV_16U;
     for (int i = 0; i < kFrames; ++i) {
-        mats[i].create(kPictureHeight, kPictureWidth + 1, CV_8UC1);
-        cv::RNG(0x6e7 + i).fill(mats[i], cv::RNG::UNIFORM, 0, 256);
+        mats[i].create(kPictureHeight, kPictureWidth + 1, type);
+        cv::RNG(0x6e7 + i).fill(mats[i], cv::RNG::UNIFORM, 0, sixteen ? 65536 : 256);
     }
+    const auto plainScale = [](ushort v) { return uchar(float(v) / 65535.0f * 255.0f); };
+    const auto plainColour = [&](const cv::Mat& m, int x, int y) {
+        int channel[3];
+        for (int c = 0; c < m.channels(); ++c) {
+            channel[c] = sixteen ? plainScale(m.ptr<ushort>(y)[x * m.channels() + c])
+                                 : m.ptr<uchar>(y)[x * m.channels() + c];
+        }
+        return m.channels() == 1 ? qRgb(channel[0], channel[0], channel[0]) : qRgb(channel[2], channel[1], channel[0]);
+    };
     for (int i = 0; i < kFrames; ++i) {
-        VorImage grey(mats[i]);
+        VorImage frame(mats[i]);
         QVERIFY(runOnWorker([&] {
-            fixture.wnd->setRunBackground(grey);
+            fixture.wnd->setRunBackground(frame);
             fixture.wnd->repaint();
         }));
         if (i == 0) {
@@ -371,14 +398,13 @@ void RunPathTest::greyStreamPaintsEachFrameAsItsGreyValues()
             fixture.showAt(kCellZoom, kPictureCentre);
             fixture.imageLayer()->SetZoomModel(VOR_ZOOM_IN);
         }
-        QCOMPARE(fixture.imageLayer()->GetQImage()->format(), QImage::Format_Indexed8);
+        QCOMPARE(fixture.imageLayer()->GetQImage()->format() == QImage::Format_Indexed8, indexed);
         const QImage grabbed = fixture.grabViewport();
         int compared = 0;
         for (int y = 0; y < mats[i].rows; ++y) {
             for (int x = 0; x < mats[i].cols; ++x) {
                 const QPoint at = fixture.view()->mapFromScene(QPointF(x + 0.5, y + 0.5));
-                const int value = mats[i].at<uchar>(y, x);
-                QCOMPARE(Kit::colourText(grabbed.pixel(at)), Kit::colourText(qRgb(value, value, value)));
+                QCOMPARE(Kit::colourText(grabbed.pixel(at)), Kit::colourText(plainColour(mats[i], x, y)));
                 ++compared;
             }
         }

@@ -1,14 +1,20 @@
 // A live camera host of the installed package. A worker thread hands 2448 x 2048
 // frames to an image window of 1280 x 1024 with setRunBackground and repaint(),
 // as fast as the window takes them; then the same frames go to OpenCV's own
-// window of the same size, one imshow and waitKey(1) each. Every frame of the
+// window of the same size, one imshow and waitKey(1) each. The host hides the
+// window's tool bar, status bar and scroll bars, so that its view shows the
+// frame on the whole 1280 x 1024, as OpenCV's window does. Every frame of the
 // image window must have been painted: its viewport's paint events are
 // counted. Prints the frames per second of both and their ratio, for 8-bit
 // gray and 8-bit colour frames, and what the window holds for a stream: the
 // growth of the resident memory from before the first frame to the end of the
 // stream, and from the end of the warm-up to the end, in frames of the host.
 //
-//   livehost [--frames N] [--only window|imshow]
+//   livehost [--frames N] [--only window|imshow] [--size WxH]
+//
+// --size streams frames of another size; run_livehost.sh --memory runs the
+// window alone once per size, each in a process of its own, for a table of
+// what the window holds.
 
 #include <KESImageWnd.h>
 
@@ -24,6 +30,7 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <cstring>
@@ -33,8 +40,8 @@
 
 namespace {
 
-constexpr int kFrameWidth = 2448;
-constexpr int kFrameHeight = 2048;
+int s_frameWidth = 2448;
+int s_frameHeight = 2048;
 constexpr int kWindowWidth = 1280;
 constexpr int kWindowHeight = 1024;
 // Distinct frames handed out in turn: more than the caches hold.
@@ -63,7 +70,7 @@ std::vector<cv::Mat> makeFrames(int type)
     std::vector<cv::Mat> frames;
     cv::RNG rng(0x11fe);
     for (int i = 0; i < kPoolSize; ++i) {
-        cv::Mat frame(kFrameHeight, kFrameWidth, type);
+        cv::Mat frame(s_frameHeight, s_frameWidth, type);
         rng.fill(frame, cv::RNG::UNIFORM, 0, 256);
         frames.push_back(frame);
     }
@@ -106,6 +113,9 @@ WindowRun runImageWindow(const std::vector<cv::Mat>& mats, int frames)
     waitUntilExposed(&host);
     KESImageWnd wnd;
     wnd.create(reinterpret_cast<qlonglong>(&host));
+    wnd.showToolbar(false);
+    wnd.showStatusbar(false);
+    wnd.showScrollbar(false);
     QCoreApplication::processEvents();
     QGraphicsView* view = host.findChild<QGraphicsView*>();
     if (!view) {
@@ -179,9 +189,14 @@ int main(int argc, char** argv)
             frames = std::max(1, std::atoi(argv[++i]));
         else if (std::strcmp(argv[i], "--only") == 0)
             only = argv[++i];
+        else if (std::strcmp(argv[i], "--size") == 0
+                 && std::sscanf(argv[++i], "%dx%d", &s_frameWidth, &s_frameHeight) != 2)
+            return 2;
     }
+    if (s_frameWidth < 1 || s_frameHeight < 1)
+        return 2;
 
-    std::printf("%d frames of %d x %d into windows of %d x %d\n", frames, kFrameWidth, kFrameHeight, kWindowWidth,
+    std::printf("%d frames of %d x %d into windows of %d x %d\n", frames, s_frameWidth, s_frameHeight, kWindowWidth,
                 kWindowHeight);
     bool allPainted = true;
     const struct {
@@ -202,8 +217,10 @@ int main(int argc, char** argv)
         std::fflush(stdout);
         if (only != "imshow") {
             const double frameBytes = double(mats.front().total() * mats.front().elemSize());
-            std::printf("%-8s held by the window after the stream %.1f frames, grown since the warm-up %.2f frames\n",
-                        kind.name, window.heldBytes / frameBytes, window.growthBytes / frameBytes);
+            std::printf("%-8s held by the window after the stream %.1f MB, %.1f frames; grown since the warm-up "
+                        "%.2f frames\n",
+                        kind.name, window.heldBytes / 1e6, window.heldBytes / frameBytes,
+                        window.growthBytes / frameBytes);
         }
         if (only != "imshow" && window.paints < window.frames)
             allPainted = false;
