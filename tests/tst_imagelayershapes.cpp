@@ -63,6 +63,7 @@ private slots:
     void rotatedRectangleTurnsAboutTheCentreOfItsStoredRectangle();
     void ellipseTurnsAboutItsCentre();
     void freeLineIsFilledWithItsBrush();
+    void freeLineOverlayWithoutABrushIsFilledOpaqueBlack();
     void penWidthIsTheLineWidthTruncated();
     void textIsPaintedInItsBoxWithoutLowerCaseL();
     void clearShapeAlsoRemovesTheRegionImage();
@@ -323,6 +324,28 @@ void TestImageLayerShapes::freeLineIsFilledWithItsBrush()
     const QImage grab = w.grabViewport();
     KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(50.5, 20.5)), qRgb(0, 0, 255), 1);
     KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(140.5, 20.5)), kPictureGrey, 1);
+}
+
+void TestImageLayerShapes::freeLineOverlayWithoutABrushIsFilledOpaqueBlack()
+{
+    Kit::PictureWindow w;
+    // The scene's brush does not reach an overlay's record.
+    w.scene()->setBrushColor(QColor(0, 0, 255, 255));
+    const Params triangle{10, 10, 60, 10, 60, 60};
+    VorOverlay plain = penOverlay(VorOverlay::OV_IRREGULAR, triangle, kRed);
+    const long plainId = w.wnd->displayOverlay(plain, KESImageWnd::LAYER_IMAGE);
+    QVERIFY(plainId >= 0);
+    QVERIFY(!w.imageLayer()->backGroundItems().value(plainId).GetBrushColor().isValid());
+    KIT_COMPARE_COLOUR(Kit::grabbedAt(w.grabViewport(), w.view(), QPointF(50.5, 20.5)), qRgb(0, 0, 0), 1);
+
+    QCOMPARE(w.wnd->clearLayer(KESImageWnd::LAYER_IMAGE), 0L);
+    VorOverlay brushed = penOverlay(VorOverlay::OV_IRREGULAR, triangle, kRed);
+    brushed.SetBrush(0, 255, 0, 255);
+    QVERIFY(w.wnd->displayOverlay(brushed, KESImageWnd::LAYER_IMAGE) >= 0);
+    const QImage grab = w.grabViewport();
+    KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(50.5, 20.5)), qRgb(0, 255, 0), 1);
+    // Outside the triangle the picture shows.
+    KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(20.5, 50.5)), kPictureGrey, 1);
 }
 
 void TestImageLayerShapes::penWidthIsTheLineWidthTruncated()
