@@ -60,6 +60,8 @@ private slots:
     void pointCrossHasHalfSizeFiveInViewportPixelsAtAnyZoom();
     void recordStaysInPlaceWhenTheViewScrolls();
     void rotatedRectangleOfARoiTurnsAboutItsCentre();
+    void rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen_data();
+    void rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen();
     void pathReturnsTheLastValidId();
     void shapeVisibleOfAnUnknownIdIsRefusedAndRepaints();
     void hiddenRecordIsNotPainted();
@@ -180,6 +182,34 @@ void TestForeLayer::rotatedRectangleOfARoiTurnsAboutItsCentre()
     const QImage again = w.grabViewport();
     QVERIFY(reddish(again, QRect(268, 74, 6, 12)) > 0);
     QCOMPARE(reddish(again, QRect(297, 48, 7, 5)), 0);
+}
+
+void TestForeLayer::rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::newRow("zoom 1") << 1.0;
+    QTest::newRow("zoom 4") << 4.0;
+}
+
+void TestForeLayer::rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen()
+{
+    QFETCH(double, zoom);
+    Kit::PictureWindow w(zoom);
+    w.scene()->setPenColor(QColor(kRed));
+    // 40 by 20 about (50.7, 40.7) in viewport pixels, turned 30 degrees: the
+    // box from (-20, -10) to (20, 10) about the whole pixel (50, 40), turned
+    // counter-clockwise on the screen, whatever the zoom.
+    VorROI roi = Kit::makeROI(VorROI::ROI_RECT2, Params{50.7, 40.7, 40, 20, 30});
+    QVERIFY(w.wnd->displayROI(roi, KESImageWnd::LAYER_FORE) >= 0);
+    const QImage grab = w.grabViewport();
+    // Beside points of the top edge, the bottom edge and the left end.
+    for (const QPoint& onEdge : {QPoint(36, 36), QPoint(63, 43), QPoint(35, 54)})
+        QVERIFY2(reddish(grab, Kit::around(onEdge, 1)) > 0,
+                 qPrintable(QString("at %1, %2").arg(onEdge.x()).arg(onEdge.y())));
+    // The same points turned clockwise instead, and the upright box's bottom
+    // edge, stay clear.
+    for (const QPoint& off : {QPoint(46, 26), QPoint(53, 53), QPoint(30, 34), QPoint(40, 50)})
+        QVERIFY2(reddish(grab, Kit::around(off, 1)) == 0, qPrintable(QString("at %1, %2").arg(off.x()).arg(off.y())));
 }
 
 void TestForeLayer::pathReturnsTheLastValidId()
