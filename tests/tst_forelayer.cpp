@@ -126,9 +126,7 @@ void TestForeLayer::roiTakesTheScenesColoursButNotItsCrossSize()
 
 void TestForeLayer::pointCrossHasHalfSizeFiveInViewportPixelsAtAnyZoom_data()
 {
-    QTest::addColumn<double>("zoom");
-    QTest::newRow("zoom 1") << 1.0;
-    QTest::newRow("zoom 4") << 4.0;
+    Kit::addZoomRows({1.0, 4.0});
 }
 
 void TestForeLayer::pointCrossHasHalfSizeFiveInViewportPixelsAtAnyZoom()
@@ -186,9 +184,7 @@ void TestForeLayer::rotatedRectangleOfARoiTurnsAboutItsCentre()
 
 void TestForeLayer::rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen_data()
 {
-    QTest::addColumn<double>("zoom");
-    QTest::newRow("zoom 1") << 1.0;
-    QTest::newRow("zoom 4") << 4.0;
+    Kit::addZoomRows({1.0, 4.0});
 }
 
 void TestForeLayer::rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen()

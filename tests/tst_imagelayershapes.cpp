@@ -102,9 +102,7 @@ void TestImageLayerShapes::roiTakesTheScenesLook()
 
 void TestImageLayerShapes::roiPaintsOnThePictureInImagePixels_data()
 {
-    QTest::addColumn<double>("zoom");
-    QTest::newRow("zoom 1") << 1.0;
-    QTest::newRow("zoom 4") << 4.0;
+    Kit::addZoomRows({1.0, 4.0});
 }
 
 void TestImageLayerShapes::roiPaintsOnThePictureInImagePixels()
