@@ -15,7 +15,7 @@ BackGroundItem::BackGroundItem()
     , m_lineWidth(0.0f)
 {
     m_penColor = QColor(0, 0, 255, 255);
-    m_brushColor = QColor(0, 255, 0, 0);
+    // Without a brush of its own or the scene's the brush stays invalid: a free line is filled opaque black.
 }
 
 BackGroundItem::BackGroundItem(VorROI& roi, ImageCtrlScene* scene)

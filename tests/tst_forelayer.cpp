@@ -4,6 +4,7 @@
 
 #include <QtTest/QtTest>
 
+#include "BackGroundItem.h"
 #include "ForeGroundItem.h"
 #include "ForeLayer.h"
 #include "kitregions.h"
@@ -11,6 +12,7 @@
 #include "kitwindow.h"
 #include "odshape.h"
 
+#include "VorFont.h"
 #include "VorOverlay.h"
 #include "VorOverlayPath.h"
 #include "VorROI.h"
@@ -60,12 +62,18 @@ private slots:
     void pointCrossHasHalfSizeFiveInViewportPixelsAtAnyZoom();
     void recordStaysInPlaceWhenTheViewScrolls();
     void rotatedRectangleOfARoiTurnsAboutItsCentre();
+    void rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen_data();
+    void rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen();
+    void circleOverlayIsPaintedAsTheSquareAroundItAndACircleRoiAsACircle();
+    void ellipseRoiIsPaintedUprightWhateverItsAngle();
+    void textKeepsItsLowerCaseLWhereThePictureDropsIt();
     void pathReturnsTheLastValidId();
     void shapeVisibleOfAnUnknownIdIsRefusedAndRepaints();
     void hiddenRecordIsNotPainted();
     void removeShapeDeletesTheRecord();
     void clearShapeKeepsTheIdsListedAndPaintsNothing();
     void recordsPaintOverLiveShapesAndUnderTheCrossLine();
+    void gridPaintsOverTheRecords();
 };
 
 void TestForeLayer::sceneHasItsForeLayerInItsView()
@@ -124,9 +132,7 @@ void TestForeLayer::roiTakesTheScenesColoursButNotItsCrossSize()
 
 void TestForeLayer::pointCrossHasHalfSizeFiveInViewportPixelsAtAnyZoom_data()
 {
-    QTest::addColumn<double>("zoom");
-    QTest::newRow("zoom 1") << 1.0;
-    QTest::newRow("zoom 4") << 4.0;
+    Kit::addZoomRows({1.0, 4.0});
 }
 
 void TestForeLayer::pointCrossHasHalfSizeFiveInViewportPixelsAtAnyZoom()
@@ -180,6 +186,101 @@ void TestForeLayer::rotatedRectangleOfARoiTurnsAboutItsCentre()
     const QImage again = w.grabViewport();
     QVERIFY(reddish(again, QRect(268, 74, 6, 12)) > 0);
     QCOMPARE(reddish(again, QRect(297, 48, 7, 5)), 0);
+}
+
+void TestForeLayer::rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen_data()
+{
+    Kit::addZoomRows({1.0, 4.0});
+}
+
+void TestForeLayer::rectangleTurnedThirtyDegreesTurnsCounterClockwiseOnTheScreen()
+{
+    QFETCH(double, zoom);
+    Kit::PictureWindow w(zoom);
+    w.scene()->setPenColor(QColor(kRed));
+    // 40 by 20 about (50.7, 40.7) in viewport pixels, turned 30 degrees: the
+    // box from (-20, -10) to (20, 10) about the whole pixel (50, 40), turned
+    // counter-clockwise on the screen, whatever the zoom.
+    VorROI roi = Kit::makeROI(VorROI::ROI_RECT2, Params{50.7, 40.7, 40, 20, 30});
+    QVERIFY(w.wnd->displayROI(roi, KESImageWnd::LAYER_FORE) >= 0);
+    const QImage grab = w.grabViewport();
+    // Beside points of the top edge, the bottom edge and the left end.
+    for (const QPoint& onEdge : {QPoint(36, 36), QPoint(63, 43), QPoint(35, 54)})
+        QVERIFY2(reddish(grab, Kit::around(onEdge, 1)) > 0,
+                 qPrintable(QString("at %1, %2").arg(onEdge.x()).arg(onEdge.y())));
+    // The same points turned clockwise instead, and the upright box's bottom
+    // edge, stay clear.
+    for (const QPoint& off : {QPoint(46, 26), QPoint(53, 53), QPoint(30, 34), QPoint(40, 50)})
+        QVERIFY2(reddish(grab, Kit::around(off, 1)) == 0, qPrintable(QString("at %1, %2").arg(off.x()).arg(off.y())));
+}
+
+void TestForeLayer::circleOverlayIsPaintedAsTheSquareAroundItAndACircleRoiAsACircle()
+{
+    Kit::PictureWindow w(1.0);
+    // A circle overlay keeps its own code, 6, which painting turns as a
+    // rectangle: the bounds of the circle, not turned.
+    VorOverlay overlay = redOverlay(VorOverlay::OV_CIRCLE, Params{100, 80, 20});
+    QVERIFY(w.wnd->displayOverlay(overlay, KESImageWnd::LAYER_FORE) >= 0);
+    w.scene()->setPenColor(QColor(kRed));
+    VorROI roi = Kit::makeROI(VorROI::ROI_CIRCLE, Params{200, 80, 20});
+    QVERIFY(w.wnd->displayROI(roi, KESImageWnd::LAYER_FORE) >= 0);
+    const QImage grab = w.grabViewport();
+    // The square's top left corner, and the circle's point up and to the
+    // right, each about its own centre.
+    QVERIFY(reddish(grab, Kit::around(QPoint(80, 60), 1)) > 0);
+    QCOMPARE(reddish(grab, Kit::around(QPoint(114, 65), 1)), 0);
+    QCOMPARE(reddish(grab, Kit::around(QPoint(180, 60), 1)), 0);
+    QVERIFY(reddish(grab, Kit::around(QPoint(214, 65), 1)) > 0);
+}
+
+void TestForeLayer::ellipseRoiIsPaintedUprightWhateverItsAngle()
+{
+    Kit::PictureWindow w(1.0);
+    w.scene()->setPenColor(QColor(kRed));
+    // Only code 6 turns: the ellipse keeps its turn of -30 and is drawn as
+    // its upright path, 40 to each side and 15 up and down.
+    VorROI roi = Kit::makeROI(VorROI::ROI_ELLIPSE, Params{100, 80, 40, 15, 30});
+    const long id = w.wnd->displayROI(roi, KESImageWnd::LAYER_FORE);
+    QVERIFY(id >= 0);
+    QCOMPARE(w.scene()->GetForeLayer()->items().value(id)->rotation(), -30.0);
+    const QImage grab = w.grabViewport();
+    QVERIFY(reddish(grab, Kit::around(QPoint(140, 80), 1)) > 0);
+    QVERIFY(reddish(grab, Kit::around(QPoint(60, 80), 1)) > 0);
+    QVERIFY(reddish(grab, Kit::around(QPoint(100, 65), 1)) > 0);
+    // The ends of the major axis turned 30 degrees counter-clockwise.
+    QCOMPARE(reddish(grab, Kit::around(QPoint(134, 60), 1)), 0);
+    QCOMPARE(reddish(grab, Kit::around(QPoint(65, 100), 1)), 0);
+}
+
+void TestForeLayer::textKeepsItsLowerCaseLWhereThePictureDropsIt()
+{
+    KIT_REQUIRE_FONTS();
+    Kit::PictureWindow w(1.0);
+    VorOverlay overlay;
+    overlay.GenText(VorPoint(20, 60), "hello", VorFont("DejaVu Sans", 20));
+    overlay.SetPen(255, 0, 0, 1);
+    QVERIFY(w.wnd->displayOverlay(overlay, KESImageWnd::LAYER_FORE) >= 0);
+    const long pictureId = w.wnd->displayOverlay(overlay, KESImageWnd::LAYER_IMAGE);
+    QVERIFY(pictureId >= 0);
+    const BackGroundItem onPicture = w.imageLayer()->backGroundItems().value(pictureId);
+    QCOMPARE(onPicture.getText(), QString("heo"));
+
+    // Where the two l's stand, above the height of the small letters: of
+    // "hello" only they reach there, and of "heo" nothing does.
+    const QFontMetrics metrics(onPicture.getFont());
+    const int left = metrics.horizontalAdvance("he") + 1;
+    const QSize band(metrics.horizontalAdvance("hell") - left - 1, metrics.ascent() - metrics.xHeight() - 2);
+    QVERIFY(band.width() > 2 && band.height() > 2);
+    const QImage grab = w.grabViewport();
+    // The foreground paints the path of the text from its baseline, in
+    // viewport pixels.
+    const QRect foreBand(QPoint(20 + left, 60 - metrics.ascent()), band);
+    QVERIFY2(reddish(grab, foreBand) > 3, "the foreground dropped its l's");
+    // The picture draws the string in its box, the top left corner at the
+    // point, in image pixels.
+    const QRect box(Kit::viewportPixelOf(w.view(), onPicture.getTextRect().topLeft()), onPicture.getTextRect().size());
+    QVERIFY(reddish(grab, box) > 10);
+    QCOMPARE(reddish(grab, QRect(box.topLeft() + QPoint(left, 0), band)), 0);
 }
 
 void TestForeLayer::pathReturnsTheLastValidId()
@@ -271,6 +372,22 @@ void TestForeLayer::recordsPaintOverLiveShapesAndUnderTheCrossLine()
     KIT_COMPARE_COLOUR(grab.pixel(crossX, middle.y()), qRgb(0, 0, 255), 1);
     // Beside the picture, over the grey background, the record still paints.
     KIT_COMPARE_COLOUR(grab.pixel(2, middle.y()), kRed, 1);
+}
+
+void TestForeLayer::gridPaintsOverTheRecords()
+{
+    Kit::PictureWindow w(1.0);
+    QCOMPARE(w.wnd->setGridLineInfo("{\"visible\":true,\"gap\":50,\"color\":\"255,255,0,255\",\"lineWidth\":1}"),
+             0L);
+    // Along row 75, across the grid's columns at 50, 100, ...
+    VorOverlay line = redOverlay(VorOverlay::OV_LINE, Params{0.5, 75.5, 639.5, 75.5});
+    QVERIFY(w.wnd->displayOverlay(line, KESImageWnd::LAYER_FORE) >= 0);
+    const QImage grab = w.grabViewport();
+    KIT_COMPARE_COLOUR(grab.pixel(55, 75), kRed, 1);
+    KIT_COMPARE_COLOUR(grab.pixel(50, 70), qRgb(255, 255, 0), 1);
+    // Where they cross, the grid.
+    KIT_COMPARE_COLOUR(grab.pixel(50, 75), qRgb(255, 255, 0), 1);
+    KIT_COMPARE_COLOUR(grab.pixel(300, 75), qRgb(255, 255, 0), 1);
 }
 
 QTEST_MAIN(TestForeLayer)

@@ -61,8 +61,11 @@ private slots:
     void runPathGivesItsIdsInOrderWithoutRepainting();
     void runPathRegionReplacesTheRegionBefore();
     void rotatedRectangleTurnsAboutTheCentreOfItsStoredRectangle();
+    void rectangleTurnedThirtyDegreesTurnsCounterClockwiseAboutAWholePixelCentre_data();
+    void rectangleTurnedThirtyDegreesTurnsCounterClockwiseAboutAWholePixelCentre();
     void ellipseTurnsAboutItsCentre();
     void freeLineIsFilledWithItsBrush();
+    void freeLineOverlayWithoutABrushIsFilledOpaqueBlack();
     void penWidthIsTheLineWidthTruncated();
     void textIsPaintedInItsBoxWithoutLowerCaseL();
     void clearShapeAlsoRemovesTheRegionImage();
@@ -99,9 +102,7 @@ void TestImageLayerShapes::roiTakesTheScenesLook()
 
 void TestImageLayerShapes::roiPaintsOnThePictureInImagePixels_data()
 {
-    QTest::addColumn<double>("zoom");
-    QTest::newRow("zoom 1") << 1.0;
-    QTest::newRow("zoom 4") << 4.0;
+    Kit::addZoomRows({1.0, 4.0});
 }
 
 void TestImageLayerShapes::roiPaintsOnThePictureInImagePixels()
@@ -298,6 +299,44 @@ void TestImageLayerShapes::rotatedRectangleTurnsAboutTheCentreOfItsStoredRectang
     KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(80.2, 45.2)), kPictureGrey, 1);
 }
 
+void TestImageLayerShapes::rectangleTurnedThirtyDegreesTurnsCounterClockwiseAboutAWholePixelCentre_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::addColumn<float>("lineWidth");
+    // Three image pixels wide at zoom 1, so that a pixel on an edge is wholly
+    // covered; one at zoom 4, four viewport pixels.
+    QTest::newRow("zoom 1") << 1.0 << 3.0f;
+    QTest::newRow("zoom 4") << 4.0 << 1.0f;
+}
+
+void TestImageLayerShapes::rectangleTurnedThirtyDegreesTurnsCounterClockwiseAboutAWholePixelCentre()
+{
+    QFETCH(double, zoom);
+    QFETCH(float, lineWidth);
+    Kit::PictureWindow w(zoom);
+    w.scene()->setPenColor(QColor(kRed));
+    w.scene()->setLineWidth(lineWidth);
+    // 40 by 20 about (50.7, 40.7), turned 30 degrees: the painter draws the
+    // box from (-20, -10) to (20, 10) about the whole pixel (50, 40), turned
+    // 30 degrees counter-clockwise on the screen.
+    VorROI roi = Kit::makeROI(VorROI::ROI_RECT2, Params{50.7, 40.7, 40, 20, 30});
+    QVERIFY(w.wnd->displayROI(roi, KESImageWnd::LAYER_IMAGE) >= 0);
+    const QImage grab = w.grabViewport();
+    // Points of the top edge, the bottom edge and the left end.
+    for (const QPointF& onEdge : {QPointF(36.34, 36.34), QPointF(63.66, 43.66), QPointF(35.18, 54.33)})
+        KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), onEdge), kRed, 1);
+    // The same points turned clockwise instead, and the upright box's bottom
+    // edge, are picture.
+    for (const QPointF& off : {QPointF(46.34, 26.34), QPointF(53.66, 53.66), QPointF(30.18, 34.33), QPointF(40, 50)})
+        KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), off), kPictureGrey, 1);
+    if (zoom == 4.0) {
+        // The edges of a box about (50.7, 40.7) would lie 0.96 image pixels
+        // further out, beyond the four viewport pixels of the line.
+        for (const QPointF& shifted : {QPointF(37.04, 37.04), QPointF(64.36, 44.36)})
+            KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), shifted), kPictureGrey, 1);
+    }
+}
+
 void TestImageLayerShapes::ellipseTurnsAboutItsCentre()
 {
     Kit::PictureWindow w(2.0);
@@ -323,6 +362,28 @@ void TestImageLayerShapes::freeLineIsFilledWithItsBrush()
     const QImage grab = w.grabViewport();
     KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(50.5, 20.5)), qRgb(0, 0, 255), 1);
     KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(140.5, 20.5)), kPictureGrey, 1);
+}
+
+void TestImageLayerShapes::freeLineOverlayWithoutABrushIsFilledOpaqueBlack()
+{
+    Kit::PictureWindow w;
+    // The scene's brush does not reach an overlay's record.
+    w.scene()->setBrushColor(QColor(0, 0, 255, 255));
+    const Params triangle{10, 10, 60, 10, 60, 60};
+    VorOverlay plain = penOverlay(VorOverlay::OV_IRREGULAR, triangle, kRed);
+    const long plainId = w.wnd->displayOverlay(plain, KESImageWnd::LAYER_IMAGE);
+    QVERIFY(plainId >= 0);
+    QVERIFY(!w.imageLayer()->backGroundItems().value(plainId).GetBrushColor().isValid());
+    KIT_COMPARE_COLOUR(Kit::grabbedAt(w.grabViewport(), w.view(), QPointF(50.5, 20.5)), qRgb(0, 0, 0), 1);
+
+    QCOMPARE(w.wnd->clearLayer(KESImageWnd::LAYER_IMAGE), 0L);
+    VorOverlay brushed = penOverlay(VorOverlay::OV_IRREGULAR, triangle, kRed);
+    brushed.SetBrush(0, 255, 0, 255);
+    QVERIFY(w.wnd->displayOverlay(brushed, KESImageWnd::LAYER_IMAGE) >= 0);
+    const QImage grab = w.grabViewport();
+    KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(50.5, 20.5)), qRgb(0, 255, 0), 1);
+    // Outside the triangle the picture shows.
+    KIT_COMPARE_COLOUR(Kit::grabbedAt(grab, w.view(), QPointF(20.5, 50.5)), kPictureGrey, 1);
 }
 
 void TestImageLayerShapes::penWidthIsTheLineWidthTruncated()

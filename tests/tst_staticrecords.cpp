@@ -59,6 +59,7 @@ private slots:
     void overlayTypeCodesOfTheImageLayer();
     void foregroundKeepsTheOverlaysOwnCode();
     void polygonWithoutPointsIsAnEmptyValidPath();
+    void foregroundPolygonWithoutPointsIsAnEmptyValidPath();
     void polygonIsClosedByItsFirstPoint();
     void rotatedRectangleIsStoredUprightWithItsTurn();
     void pointCrossTakesTheScenesSizeOnTheImageLayerOnly();
@@ -67,6 +68,7 @@ private slots:
     void arcPathStartsAtTheCentre();
     void arrowOfLengthZeroStillGetsItsBarbs();
     void arrowBarbsLandOnWholePixels();
+    void diagonalArrowBarbsTruncateEachOffsetBeforeTheSum();
     void overlaysOwnPenIsLockedOnTheImageLayerOnly();
     void overlaysOwnBrushIsLockedOnTheImageLayerOnly();
     void copyKeepsEverythingItShows();
@@ -196,6 +198,17 @@ void TestStaticRecords::polygonWithoutPointsIsAnEmptyValidPath()
     QVERIFY(back.isValid());
     QVERIFY(back.GetPainterPath().isEmpty());
     QCOMPARE(back.GetPainterPath().elementCount(), 0);
+}
+
+void TestStaticRecords::foregroundPolygonWithoutPointsIsAnEmptyValidPath()
+{
+    VorROI roi;
+    roi.GenPolygon(VorPointArray());
+    const ForeGroundItem fore(roi, nullptr);
+    QVERIFY(fore.isValid());
+    QCOMPARE(fore.type(), int(VorROI::ROI_POLYGON));
+    QVERIFY(fore.GetPainterPath().isEmpty());
+    QCOMPARE(fore.GetPainterPath().elementCount(), 0);
 }
 
 void TestStaticRecords::polygonIsClosedByItsFirstPoint()
@@ -330,6 +343,20 @@ void TestStaticRecords::arrowBarbsLandOnWholePixels()
     QCOMPARE(QPointF(path.elementAt(4)), second);
     QCOMPARE(first, QPointF(17, 23));
     QCOMPARE(second, QPointF(23, 23));
+}
+
+void TestStaticRecords::diagonalArrowBarbsTruncateEachOffsetBeforeTheSum()
+{
+    // From (0, 0) to (10.3, 10.3): t = 45 degrees, c = s = 0.7071. The
+    // offsets are -10.5 * 0.7071 = -7.42 and -3.5 * 0.7071 = -2.47, which
+    // truncate to -7 and -2 before they are added to 10.3: the barbs end at
+    // (3, 8) and (8, 3). Summed first and truncated once they would end at
+    // (2, 7) and (7, 2).
+    VorOverlay overlay = Kit::makeOverlay(VorOverlay::OV_ARROWLINE, Params{0, 0, 10.3, 10.3});
+    const QList<QVector<double>> expected{
+        {kMove, 0, 0}, {kLine, 10.3, 10.3}, {kMove, 3, 8}, {kLine, 10.3, 10.3}, {kLine, 8, 3}};
+    QCOMPARE(elementsOf(BackGroundItem(overlay, nullptr).GetPainterPath()), expected);
+    QCOMPARE(elementsOf(ForeGroundItem(overlay, nullptr).GetPainterPath()), expected);
 }
 
 void TestStaticRecords::overlaysOwnPenIsLockedOnTheImageLayerOnly()

@@ -114,7 +114,8 @@ inline void verifyCodesCountUp(int first, std::initializer_list<int> codes)
     }
 }
 
-// The zooms a handle test runs at, one row each in a column of doubles.
+// The zooms a test of handles or painting runs at, one row each in a column
+// of doubles, named "zoom 1" and so on.
 inline void addZoomRows(std::initializer_list<double> zooms = {0.25, 1.0, 4.0})
 {
     QTest::addColumn<double>("zoom");
