@@ -14,7 +14,7 @@ set -euo pipefail
 HERE="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 ROOT="$(cd "$HERE/../.." && pwd)"
 BUILD_DIR="$ROOT/build"
-if [ $# -gt 0 ] && [ "$1" != "--" ]; then
+if [ $# -gt 0 ] && [ "${1#--}" = "$1" ]; then
     BUILD_DIR="$(cd "$1" && pwd)"; shift
 fi
 MEMORY=0
