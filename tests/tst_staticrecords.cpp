@@ -59,7 +59,6 @@ private slots:
     void overlayTypeCodesOfTheImageLayer();
     void foregroundKeepsTheOverlaysOwnCode();
     void polygonWithoutPointsIsAnEmptyValidPath();
-    void foregroundPolygonWithoutPointsIsAnEmptyValidPath();
     void polygonIsClosedByItsFirstPoint();
     void rotatedRectangleIsStoredUprightWithItsTurn();
     void pointCrossTakesTheScenesSizeOnTheImageLayerOnly();
@@ -198,12 +197,6 @@ void TestStaticRecords::polygonWithoutPointsIsAnEmptyValidPath()
     QVERIFY(back.isValid());
     QVERIFY(back.GetPainterPath().isEmpty());
     QCOMPARE(back.GetPainterPath().elementCount(), 0);
-}
-
-void TestStaticRecords::foregroundPolygonWithoutPointsIsAnEmptyValidPath()
-{
-    VorROI roi;
-    roi.GenPolygon(VorPointArray());
     const ForeGroundItem fore(roi, nullptr);
     QVERIFY(fore.isValid());
     QCOMPARE(fore.type(), int(VorROI::ROI_POLYGON));
