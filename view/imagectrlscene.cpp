@@ -12,6 +12,8 @@
 
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
+#include <QTouchDevice>
+#include <QTouchEvent>
 
 #include <cmath>
 
@@ -286,6 +288,57 @@ void ImageCtrlScene::drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& 
 {
     if (m_imageLayer)
         m_imageLayer->drawDisplayPixel(painter, start, end, cellWidth, cellHeight, first);
+}
+
+bool ImageCtrlScene::isTouchEvent(const QEvent* event)
+{
+    const QEvent::Type type = event->type();
+    return type == QEvent::TouchBegin || type == QEvent::TouchUpdate || type == QEvent::TouchEnd;
+}
+
+bool ImageCtrlScene::event(QEvent* event)
+{
+    if (isTouchEvent(event)) {
+        touchEventHandler(static_cast<QTouchEvent*>(event));
+        return true;
+    }
+    return QGraphicsScene::event(event);
+}
+
+void ImageCtrlScene::touchEventHandler(QTouchEvent* event)
+{
+    const QTouchDevice* device = event->device();
+    // A press needs a device that is a screen or a pad; an event made without
+    // a device has no type and presses nothing.
+    const bool devicePresses = device
+        && (device->type() == QTouchDevice::TouchScreen || device->type() == QTouchDevice::TouchPad);
+
+    const QList<QTouchEvent::TouchPoint> points = event->touchPoints();
+    for (const QTouchEvent::TouchPoint& point : points) {
+        // Button, buttons and modifiers stay unset: the tools take a touch
+        // for a button that is not the right one.
+        QGraphicsSceneMouseEvent mouse(QEvent::None);
+        mouse.setPos(point.pos());
+        mouse.setScenePos(point.scenePos());
+        mouse.setScreenPos(point.screenPos().toPoint());
+        mouse.setLastPos(point.lastPos());
+        mouse.setLastScenePos(point.lastScenePos());
+        mouse.setLastScreenPos(point.lastScreenPos().toPoint());
+        switch (point.state()) {
+        case Qt::TouchPointPressed:
+            if (devicePresses)
+                mousePressEvent(&mouse);
+            break;
+        case Qt::TouchPointMoved:
+            mouseMoveEvent(&mouse);
+            break;
+        case Qt::TouchPointReleased:
+            mouseReleaseEvent(&mouse);
+            break;
+        case Qt::TouchPointStationary:
+            break;
+        }
+    }
 }
 
 bool ImageCtrlScene::routesToTools(QGraphicsSceneMouseEvent* event) const

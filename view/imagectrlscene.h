@@ -14,6 +14,7 @@ class ForeLayer;
 class ImageCtrlView;
 class ImageLayer;
 class ShaperLayer;
+class QTouchEvent;
 
 // The scene of the window, less a container of items than a hub: it holds the
 // layers, the current scale and view size, the event relay, the settings that
@@ -88,12 +89,23 @@ public:
     void drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& end, int cellWidth, int cellHeight,
                           QPoint& first);
 
+    // TouchBegin, TouchUpdate or TouchEnd.
+    static bool isTouchEvent(const QEvent* event);
+    // Each touch point in turn becomes a mouse event of no button for the
+    // scene's own handlers, and so for the tools: pressed, moved and
+    // released points press, move and release; a stationary point is dropped.
+    // Every finger makes its own stream, with no grouping by touch id.
+    void touchEventHandler(QTouchEvent* event);
+
 signals:
     void mouseDoubleClick();
     // Declared for hosts of the scene; nothing emits it.
     void sigMousePress(double pointX, double pointY);
 
 protected:
+    // Touch events go to touchEventHandler and are consumed; the rest to the
+    // base.
+    bool event(QEvent* event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;

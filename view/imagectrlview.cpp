@@ -20,6 +20,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QTimer>
+#include <QTouchEvent>
 #include <QWheelEvent>
 #include <QtMath>
 
@@ -371,6 +372,36 @@ void ImageCtrlView::mouseReleaseEvent(QMouseEvent* event)
     }
 
     QTimer::singleShot(1, this, SLOT(updateScene()));
+}
+
+bool ImageCtrlView::viewportEvent(QEvent* event)
+{
+    if (!ImageCtrlScene::isTouchEvent(event))
+        return QGraphicsView::viewportEvent(event);
+
+    // The base is not called for touch: it would hand the points on to the
+    // scene, and a finger on the picture is not meant to draw.
+    const QList<QTouchEvent::TouchPoint> points = static_cast<QTouchEvent*>(event)->touchPoints();
+    if (points.size() != 2)
+        return true;
+    const QTouchEvent::TouchPoint& first = points.first();
+    const QTouchEvent::TouchPoint& last = points.last();
+    const auto movedOrReleased = [](const QTouchEvent::TouchPoint& point) {
+        return point.state() == Qt::TouchPointMoved || point.state() == Qt::TouchPointReleased;
+    };
+    if (!movedOrReleased(first) && !movedOrReleased(last))
+        return true;
+
+    // Against the distance the fingers began at, with no dead zone: every
+    // event of a spread pinch is one more step in. An unchanged distance, and
+    // 0 / 0 for fingers that began and stay on one point, step out.
+    const qreal current = QLineF(first.pos(), last.pos()).length();
+    const qreal start = QLineF(first.startPos(), last.startPos()).length();
+    if (current / start > 1.0)
+        emit ZoomInPushButtonClicked(true);
+    else
+        emit ZoomOutPushButtonClicked(true);
+    return true;
 }
 
 void ImageCtrlView::wheelEvent(QWheelEvent* event)

@@ -116,6 +116,11 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    // A two-finger touch is read as a pinch: one zoom step per event with a
+    // moved or released finger, in when the fingers are wider apart than
+    // they began. Every touch event is consumed here and never reaches the
+    // scene; other events go to the base.
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void drawForeground(QPainter* painter, const QRectF& rect) override;
