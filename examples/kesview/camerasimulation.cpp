@@ -16,22 +16,6 @@ constexpr int kSlidePerFrame = 6;
 constexpr int kSweepHeight = 24;
 constexpr int kSweepPerFrame = 9;
 constexpr int kSweepLift = 60;
-// How long stop() lets events run between looks at the worker.
-constexpr int kStopPollMs = 10;
-
-// Parts of the generated picture (picture pixels of the unmoved scene) that the
-// simulated inspection marks in every frame: the flange, found in green, and
-// the calibration grid, measured in orange.
-constexpr double kFlangeX = 1290.0;
-constexpr double kFlangeY = 1368.0;
-constexpr double kFlangeRadius = 300.0;
-constexpr double kGridLeft = 111.0;
-constexpr double kGridTop = 966.0;
-constexpr double kGridWidth = 779.0;
-constexpr double kGridHeight = 701.0;
-// Records of a run are drawn as hairlines whatever width their pen names;
-// the colour is theirs.
-constexpr long kMarkPenWidth = 1;
 
 } // namespace
 
@@ -73,8 +57,12 @@ CameraSimulation::~CameraSimulation()
 void CameraSimulation::stop()
 {
     m_stopping = true;
-    while (isRunning())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, kStopPollMs);
+    // The window's thread goes on delivering events, which the worker's
+    // blocking calls need, until the worker has ended.
+    QEventLoop loop;
+    connect(this, &QThread::finished, &loop, &QEventLoop::quit);
+    if (isRunning())
+        loop.exec();
     wait();
 }
 
@@ -100,28 +88,6 @@ void CameraSimulation::makeFrame(qint64 number, cv::Mat& frame) const
     cv::add(sweep, cv::Scalar::all(kSweepLift), sweep);
 }
 
-VorOverlayPath CameraSimulation::frameMarks(qint64 number) const
-{
-    // Where a point of the unmoved scene is in this frame.
-    const int width = m_scene.cols;
-    const int shift = int((number * kSlidePerFrame) % width);
-    auto slid = [&](double x) {
-        const double moved = x - shift;
-        return moved < 0.0 ? moved + width : moved;
-    };
-    VorOverlayPath path;
-    VorOverlay flange;
-    flange.GenCircle(VorPoint(slid(kFlangeX), kFlangeY), kFlangeRadius);
-    flange.SetPen(0, 255, 0, kMarkPenWidth);
-    path.Append(flange);
-    VorOverlay grid;
-    const double left = slid(kGridLeft);
-    grid.GenRect1(VorPoint(left, kGridTop), VorPoint(left + kGridWidth, kGridTop + kGridHeight));
-    grid.SetPen(255, 128, 0, kMarkPenWidth);
-    path.Append(grid);
-    return path;
-}
-
 void CameraSimulation::run()
 {
     cv::Mat buffers[2];
@@ -130,7 +96,10 @@ void CameraSimulation::run()
         cv::Mat& frame = buffers[number % 2];
         makeFrame(number, frame);
         VorImage image(frame);
-        VorOverlayPath marks = frameMarks(number);
+        // The check runs here, on the worker, as a camera host's would: the
+        // window's thread only paints.
+        const InspectionResult found = inspectPicture(frame);
+        VorOverlayPath marks = frameRecords(found);
         window->setRunBackground(image);
         // The marks of the frame before go just before the new ones come. The
         // layer's calls other than the three of the worker's cycle belong to
@@ -143,5 +112,8 @@ void CameraSimulation::run()
         if (window->repaint() != 0)
             break;
         ++m_frames;
+        m_holes = found.holes;
+        m_others = found.others;
+        m_inspectionMs = found.milliseconds;
     }
 }

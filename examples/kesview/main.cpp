@@ -1,9 +1,14 @@
-// kesview: a small host for the image window. It shows picture files named on
-// the command line, or a generated inspection picture, in a KESImageWnd.
+// kesview: a small inspection host built on the image window. It shows picture
+// files named on the command line, or a generated inspection picture, in a
+// KESImageWnd, runs a hole check on each with OpenCV and shows the result: the
+// outlines found as live overlays, crosses and diameters painted on the
+// picture, a legend fixed on the screen. The operator draws regions of
+// interest with the tool bar; --events prints each one read back by id.
 //
-//   kesview [--events] [--size WxH] [--cross JSON] [--grid JSON] [--float TEXT]
+//   kesview [--events] [--threshold T] [--no-inspection]
+//           [--size WxH] [--cross JSON] [--grid JSON] [--float TEXT]
 //           [--zoom S] [--draw-rect X1,Y1,X2,Y2] [--draw KIND:X1,Y1,...]...
-//           [--click X,Y]... [--shapes FILE] [--camera] [--camera-colour]
+//           [--text X,Y,WORDS]... [--click X,Y]... [--shapes FILE] [--camera] [--camera-colour]
 //           [--screenshot FILE] [PICTURE...]
 //
 // Keys: PageDown/N and PageUp/P step through the pictures, + and - zoom, F fits
@@ -135,14 +140,28 @@ void showFrameRate(QMainWindow* window, const CameraSimulation* camera)
         const double fps = seconds > 0.0 ? double(frames - *lastFrames) / seconds : 0.0;
         clock->restart();
         *lastFrames = frames;
-        const QString text = QStringLiteral("camera %1: %2 fps, %3 frames")
+        const QString text = QStringLiteral("camera %1: %2 fps, %3 frames; check %4 ms: %5 holes, %6 others")
                                  .arg(camera->description())
                                  .arg(fps, 0, 'f', 1)
-                                 .arg(frames);
+                                 .arg(frames)
+                                 .arg(camera->inspectionMilliseconds(), 0, 'f', 1)
+                                 .arg(camera->holes())
+                                 .arg(camera->others());
         window->setWindowTitle(text + QStringLiteral(" - kesview"));
         window->statusBar()->showMessage(text);
     });
     timer->start(kFrameRateIntervalMs);
+}
+
+// The camera's legend, fixed at the view's top left: the counts change every
+// frame and stand in the status line.
+void showCameraLegend(KESImageWnd* window)
+{
+    const QStringList lines{QStringLiteral("Hole check per frame, on the worker"),
+                            QStringLiteral("green: round holes, + centres"),
+                            QStringLiteral("red: other dark marks")};
+    for (VorOverlay record : legendRecords(lines))
+        window->displayOverlay(record, KESImageWnd::LAYER_FORE);
 }
 
 } // namespace
@@ -159,8 +178,17 @@ int main(int argc, char* argv[])
         "L turns the pixel values at high zoom off and on; R starts drawing a rectangle; Q or Esc quits.\n"
         "The tool bar's load button opens a picture; the other options apply before --screenshot grabs."));
     parser.addHelpOption();
-    const QCommandLineOption eventsOption(QStringLiteral("events"),
-                                          QStringLiteral("Print every signal of the image window to stdout."));
+    const QCommandLineOption eventsOption(
+        QStringLiteral("events"),
+        QStringLiteral("Print every signal of the image window to stdout, each shape the operator draws, moves "
+                       "or resizes as the window reads it back by id, and the hole check's counts."));
+    const QCommandLineOption thresholdOption(
+        QStringLiteral("threshold"),
+        QStringLiteral("Grey level (1..255) below which the hole check takes a pixel as dark; by default half "
+                       "of Otsu's level of the picture."),
+        QStringLiteral("T"));
+    const QCommandLineOption noInspectionOption(QStringLiteral("no-inspection"),
+                                                QStringLiteral("Show the pictures without the hole check."));
     const QCommandLineOption screenshotOption(
         QStringLiteral("screenshot"), QStringLiteral("Save the window to FILE once it has painted, then quit."),
         QStringLiteral("FILE"));
@@ -196,6 +224,11 @@ int main(int argc, char* argv[])
                        "ellipse, circle or annulus with two points (a drag; round shapes from the centre), "
                        "point with one, polygon with three or more corners."),
         QStringLiteral("KIND:X1,Y1,..."));
+    const QCommandLineOption textOption(
+        QStringLiteral("text"),
+        QStringLiteral("Place a text with the window's text tool: drawText with the words, then a click at X,Y "
+                       "(picture pixels), after the drawing and before the clicks (may be given again)."),
+        QStringLiteral("X,Y,WORDS"));
     const QCommandLineOption clickOption(
         QStringLiteral("click"),
         QStringLiteral("Click the picture at X,Y after the drawing, e.g. to select a shape (may be given again)."),
@@ -215,8 +248,11 @@ int main(int argc, char* argv[])
     parser.addOption(cameraOption);
     parser.addOption(cameraColourOption);
     parser.addOption(eventsOption);
+    parser.addOption(thresholdOption);
+    parser.addOption(noInspectionOption);
     parser.addOption(shapesOption);
     parser.addOption(drawOption);
+    parser.addOption(textOption);
     parser.addOption(clickOption);
     parser.addOption(screenshotOption);
     parser.addOption(sizeOption);
@@ -270,6 +306,17 @@ int main(int argc, char* argv[])
         }
         draws.append(request);
     }
+    QVector<QPair<QPointF, QString>> texts;
+    for (const QString& text : parser.values(textOption)) {
+        const QStringList parts = text.split(QLatin1Char(','));
+        QVector<QPointF> point;
+        if (parts.size() < 3 || !parsePoints(parts.mid(0, 2).join(QLatin1Char(',')), &point)) {
+            std::fprintf(stderr, "kesview: --text wants X,Y,WORDS in picture pixels, not \"%s\"\n",
+                         qPrintable(text));
+            return 2;
+        }
+        texts.append({point.first(), parts.mid(2).join(QLatin1Char(','))});
+    }
     QVector<QPointF> clicks;
     for (const QString& text : parser.values(clickOption)) {
         QVector<QPointF> point;
@@ -278,6 +325,16 @@ int main(int argc, char* argv[])
             return 2;
         }
         clicks.append(point.first());
+    }
+    InspectionSettings inspection;
+    if (parser.isSet(thresholdOption)) {
+        bool ok = false;
+        inspection.threshold = parser.value(thresholdOption).toInt(&ok);
+        if (!ok || inspection.threshold < 1 || inspection.threshold > 255) {
+            std::fprintf(stderr, "kesview: --threshold wants a grey level from 1 to 255, not \"%s\"\n",
+                         qPrintable(parser.value(thresholdOption)));
+            return 2;
+        }
     }
     QVector<ShapeFileEntry> shapes;
     if (parser.isSet(shapesOption)) {
@@ -292,9 +349,12 @@ int main(int argc, char* argv[])
     const bool screenshot = parser.isSet(screenshotOption);
     const QString shotFile = parser.value(screenshotOption);
 
+    const bool cameraRuns = parser.isSet(cameraOption) || parser.isSet(cameraColourOption);
     ViewerWindow window(files);
     if (parser.isSet(eventsOption))
         window.reportEvents();
+    // With a camera the check runs per frame on its worker instead.
+    window.setInspection(!parser.isSet(noInspectionOption) && !cameraRuns, inspection);
     window.resize(size);
     window.show();
 
@@ -302,8 +362,9 @@ int main(int argc, char* argv[])
 
     // The camera goes before the window: its worker may be inside repaint().
     std::unique_ptr<CameraSimulation> camera;
-    if (parser.isSet(cameraOption) || parser.isSet(cameraColourOption)) {
+    if (cameraRuns) {
         camera.reset(new CameraSimulation(window.imageWindow(), parser.isSet(cameraColourOption)));
+        showCameraLegend(window.imageWindow());
         window.statusBar()->showMessage(QStringLiteral("camera %1").arg(camera->description()));
         showFrameRate(&window, camera.get());
         camera->start();
@@ -354,6 +415,14 @@ int main(int argc, char* argv[])
             if (!window.drawShape(request.kind, request.points, &error)) {
                 drawn = false;
                 std::fprintf(stderr, "kesview: --draw %s: %s\n", qPrintable(request.kind), qPrintable(error));
+            }
+        }
+        for (auto& text : texts) {
+            QString error;
+            imageWnd->drawText(text.second);
+            if (readable && !window.clickPicture(text.first, &error)) {
+                drawn = false;
+                std::fprintf(stderr, "kesview: --text: %s\n", qPrintable(error));
             }
         }
         for (const QPointF& point : clicks) {

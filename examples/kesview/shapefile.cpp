@@ -234,3 +234,48 @@ bool readShapeFile(const QString& path, QVector<ShapeFileEntry>* entries, QStrin
     }
     return true;
 }
+
+QString shapeFileLine(const VorROI& roi)
+{
+    VorPoint a;
+    VorPoint b;
+    double d[4] = {0, 0, 0, 0};
+    VorPointArray points;
+    QString kind;
+    Numbers v;
+    switch (roi.ROIType()) {
+    case VorROI::ROI_POINT: roi.GetPoint(&a); kind = "point"; v = {a.x, a.y}; break;
+    case VorROI::ROI_LINE: roi.GetLine(&a, &b); kind = "line"; v = {a.x, a.y, b.x, b.y}; break;
+    case VorROI::ROI_RECT1: roi.GetRect1(&a, &b); kind = "rect1"; v = {a.x, a.y, b.x, b.y}; break;
+    case VorROI::ROI_RECT2:
+        roi.GetRect2(&a, &d[0], &d[1], &d[2]);
+        kind = "rect2";
+        v = {a.x, a.y, d[0], d[1], d[2]};
+        break;
+    case VorROI::ROI_ELLIPSE:
+        roi.GetEllipse(&a, &d[0], &d[1], &d[2]);
+        kind = "ellipse";
+        v = {a.x, a.y, d[0], d[1], d[2]};
+        break;
+    case VorROI::ROI_CIRCLE: roi.GetCircle(&a, &d[0]); kind = "circle"; v = {a.x, a.y, d[0]}; break;
+    case VorROI::ROI_ARC:
+        roi.GetArc(&a, &d[0], &d[1], &d[2]);
+        kind = "arc";
+        v = {a.x, a.y, d[0], d[1], d[2]};
+        break;
+    case VorROI::ROI_TORUS:
+        roi.GetTorus(&a, &d[0], &d[1], &d[2], &d[3]);
+        kind = "torus";
+        v = {a.x, a.y, d[0], d[1], d[2], d[3]};
+        break;
+    case VorROI::ROI_POLYGON: roi.GetPolygon(&points); kind = "polygon"; break;
+    case VorROI::ROI_IRREGULAR: roi.GetIrregular(&points); kind = "irregular"; break;
+    default: return QStringLiteral("roi ?");
+    }
+    for (int i = 0; i < points.Length(); ++i)
+        v << points[i].x << points[i].y;
+    QStringList words{QStringLiteral("roi"), kind};
+    for (double value : v)
+        words << QString::number(value, 'g', 10);
+    return words.join(QLatin1Char(' '));
+}

@@ -48,3 +48,8 @@ struct ShapeFileEntry
 // The entries of the file in order; false, and why (with the line number) in
 // error, when the file cannot be read or a line does not fit the format.
 bool readShapeFile(const QString& path, QVector<ShapeFileEntry>* entries, QString* error);
+
+// A region of interest as a line of such a file ("roi rect1 40 40 400 300"),
+// so that what an operator drew can be kept and shown again; "roi ?" for a
+// ROI of no kind the file knows.
+QString shapeFileLine(const VorROI& roi);

@@ -2,6 +2,7 @@
 
 #include "picturefile.h"
 #include "samplepicture.h"
+#include "shapefile.h"
 
 #include <QAction>
 #include <QApplication>
@@ -77,6 +78,8 @@ ViewerWindow::ViewerWindow(const QStringList& files, QWidget* parent)
     , m_central(new QWidget(this))
     , m_imageWnd(new KESImageWnd(this))
     , m_pixelValues(true)
+    , m_inspect(false)
+    , m_reporting(false)
 {
     setCentralWidget(m_central);
     m_central->setMinimumSize(160, 120);
@@ -336,11 +339,13 @@ void ViewerWindow::setTitle(const QString& what)
 bool ViewerWindow::showPicture(int index)
 {
     if (m_files.isEmpty()) {
-        VorImage sample(makeSamplePicture());
+        const cv::Mat mat = makeSamplePicture();
+        VorImage sample(mat);
         m_imageWnd->setBackground(sample);
         setTitle(QStringLiteral("generated inspection picture, %1 x %2, 8-bit grey")
                      .arg(sample.Width())
                      .arg(sample.Height()));
+        inspect(mat, QStringLiteral("generated picture"));
         return true;
     }
     if (index < 0 || index >= m_files.size())
@@ -362,7 +367,43 @@ bool ViewerWindow::showPicture(int index)
     VorImage picture(file.mat);
     m_imageWnd->setBackground(picture);
     setTitle(QStringLiteral("%1%2 - %3").arg(name, position, file.describe));
+    inspect(file.mat, name);
     return true;
+}
+
+void ViewerWindow::setInspection(bool on, const InspectionSettings& settings)
+{
+    m_inspect = on;
+    m_inspectionSettings = settings;
+}
+
+void ViewerWindow::inspect(const cv::Mat& picture, const QString& source)
+{
+    if (!m_inspect)
+        return;
+    m_inspection = inspectPicture(picture, m_inspectionSettings);
+    const int refused = showInspection(m_imageWnd, m_inspection, source, &m_outlineIds);
+    if (refused > 0)
+        std::fprintf(stderr, "kesview: the window refused %d shapes of the hole check\n", refused);
+    if (m_reporting)
+        printLine("inspection %d holes %d others threshold %d %.1f ms", m_inspection.holes, m_inspection.others,
+                  m_inspection.threshold, m_inspection.milliseconds);
+}
+
+void ViewerWindow::printReadBack(long id)
+{
+    VorROI roi;
+    if (m_imageWnd->getROIShape(id, &roi) == 0 && roi.ROIType() >= 0) {
+        printLine("shape %ld: %s", id, qPrintable(shapeFileLine(roi)));
+        return;
+    }
+    VorOverlay overlay;
+    if (m_imageWnd->getOverlayShape(id, &overlay) == 0) {
+        printLine("shape %ld: overlay of type %d", id, overlay.OverlayType());
+        return;
+    }
+    // A shape drawn too small is thrown away at the end of its gesture.
+    printLine("shape %ld: gone", id);
 }
 
 void ViewerWindow::reportEvents()
@@ -374,9 +415,15 @@ void ViewerWindow::reportEvents()
     });
     connect(w, &KESImageWnd::mouseButtonDown, this, [](long button) { printLine("mouseButtonDown %ld", button); });
     connect(w, &KESImageWnd::mouseButtonUp, this, [](long button) { printLine("mouseButtonUp %ld", button); });
+    m_reporting = true;
     connect(w, &KESImageWnd::shapeResized, this, [](long id) { printLine("shapeResized %ld", id); });
     connect(w, &KESImageWnd::shapeMoved, this, [](long id) { printLine("shapeMoved %ld", id); });
     connect(w, &KESImageWnd::shapeClicked, this, [](long id) { printLine("shapeClicked %ld", id); });
+    // The shape is read back once the operator's gesture has ended: the
+    // signal comes before the window's last word on it (a new shape drawn
+    // too small is dropped after its shapeClicked).
+    for (auto signal : {&KESImageWnd::shapeResized, &KESImageWnd::shapeMoved, &KESImageWnd::shapeClicked})
+        connect(w, signal, this, &ViewerWindow::printReadBack, Qt::QueuedConnection);
     connect(w, &KESImageWnd::buttonClicked, this, [](long button) { printLine("buttonClicked %ld", button); });
     connect(w, &KESImageWnd::floatBtnClicked, this,
             [](bool checked) { printLine("floatBtnClicked %s", checked ? "true" : "false"); });

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "inspection.h"
+
 #include <KESImageWnd.h>
 
 #include <QEvent>
@@ -22,8 +24,16 @@ public:
     explicit ViewerWindow(const QStringList& files, QWidget* parent = nullptr);
     ~ViewerWindow() override;
 
-    // Prints every signal of the image window to stdout, one line each.
+    // Prints every signal of the image window to stdout, one line each, and
+    // after every shape signal the shape as the window gives it back by id:
+    // a region of interest as a line of a shape file.
     void reportEvents();
+
+    // Runs the hole check on every picture shown from now on and shows its
+    // result on the three layers; off, a picture is shown bare.
+    void setInspection(bool on, const InspectionSettings& settings = InspectionSettings());
+    // The result of the last check, empty when none ran.
+    const InspectionResult& lastInspection() const { return m_inspection; }
 
     // Shows the picture at `index` of the list, or the generated picture when
     // the list is empty. False when the file cannot be read.
@@ -77,10 +87,20 @@ private:
     void step(int delta);
     void togglePixelValues();
     void setTitle(const QString& what);
+    void inspect(const cv::Mat& picture, const QString& source);
+    // The shape of an id as the window gives it back, printed as one line.
+    void printReadBack(long id);
 
     QStringList m_files;
     int m_current;
     QWidget* m_central;
     KESImageWnd* m_imageWnd;
     bool m_pixelValues;
+    bool m_inspect;
+    bool m_reporting;
+    InspectionSettings m_inspectionSettings;
+    InspectionResult m_inspection;
+    // The outlines the last check put on the shape layer, removed by id when
+    // the next picture comes so that the operator's own shapes stay.
+    QVector<long> m_outlineIds;
 };
