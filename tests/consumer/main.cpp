@@ -67,6 +67,22 @@ int checkShapeCalls()
         return 15;
     if (wnd.drawRect() != 0 || wnd.resetDraw() != 0)
         return 16;
+
+    // A path of results, records on the picture and on the screen, and the
+    // host's selection: every type these calls take comes with the one header.
+    VorOverlayPath path;
+    path.Append(overlay);
+    VorOverlay legend;
+    legend.GenText(VorPoint(8, 20), "legend", VorFont("", 12));
+    const long pathId = wnd.displayOverlayPath(path, KESImageWnd::LAYER_SHAPE);
+    if (pathId < 0 || wnd.displayOverlay(overlay, KESImageWnd::LAYER_IMAGE) < 0
+        || wnd.displayOverlay(legend, KESImageWnd::LAYER_FORE) < 0
+        || wnd.getShapeIDS(KESImageWnd::LAYER_FORE).size() != 1)
+        return 19;
+    emit wnd.selectShape(qlonglong(pathId));
+    double scale = 0;
+    if (wnd.getZoomRatio(&scale) != 0 || !(scale > 0))
+        return 20;
     if (wnd.removeShape(roiId) != 0 || wnd.getROIShape(roiId, &back) != -1 || wnd.clear() != 0
         || !wnd.getShapeIDS().isEmpty())
         return 17;
