@@ -99,6 +99,20 @@ void enableTouch(Kit::PictureWindow& w)
     w.view()->viewport()->setAttribute(Qt::WA_AcceptTouchEvents);
 }
 
+// A picture window whose host enabled touch on the viewport, with the zoom
+// buttons the host hears and the zoom it started at.
+struct PinchWindow : Kit::PictureWindow
+{
+    PinchWindow()
+        : buttons(wnd.get(), SIGNAL(buttonClicked(long)))
+    {
+        enableTouch(*this);
+        startZoom = facadeZoom(wnd.get());
+    }
+    QSignalSpy buttons;
+    double startZoom = 0;
+};
+
 VorROI roiOf(KESImageWnd* wnd, long id)
 {
     VorROI roi;
@@ -149,18 +163,15 @@ void tst_Touch::touchOnAViewportTheHostTurnedOffDoesNothing()
 
 void tst_Touch::twoFingersPressedAndHeldDoNotZoom()
 {
-    Kit::PictureWindow w;
-    enableTouch(w);
-    QSignalSpy buttons(w.wnd.get(), SIGNAL(buttonClicked(long)));
-    const double before = facadeZoom(w.wnd.get());
+    PinchWindow w;
 
     Kit::Touch pinch(w.view());
     QVERIFY(pinch.press(fingersApart(w.view(), 100)));
     QVERIFY(pinch.move(fingersApart(w.view(), 100)));
     QVERIFY(pinch.move(fingersApart(w.view(), 100)));
 
-    QCOMPARE(buttons.count(), 0);
-    QCOMPARE(facadeZoom(w.wnd.get()), before);
+    QCOMPARE(w.buttons.count(), 0);
+    QCOMPARE(facadeZoom(w.wnd.get()), w.startZoom);
 }
 
 void tst_Touch::pinchStepsOncePerUpdateAgainstTheStartDistance_data()
@@ -189,18 +200,15 @@ void tst_Touch::pinchStepsOncePerUpdateAgainstTheStartDistance()
     QFETCH(QList<double>, distances);
     QFETCH(QList<int>, steps);
 
-    Kit::PictureWindow w;
-    enableTouch(w);
-    QSignalSpy buttons(w.wnd.get(), SIGNAL(buttonClicked(long)));
-    const double before = facadeZoom(w.wnd.get());
+    PinchWindow w;
 
     Kit::Touch pinch(w.view());
     QVERIFY(pinch.press(fingersApart(w.view(), startDistance)));
     for (double distance : distances)
         QVERIFY(pinch.move(fingersApart(w.view(), distance)));
 
-    QCOMPARE(clickedButtons(buttons), steps);
-    QCOMPARE(facadeZoom(w.wnd.get()), scaleAfterSteps(w.scene(), steps, before));
+    QCOMPARE(clickedButtons(w.buttons), steps);
+    QCOMPARE(facadeZoom(w.wnd.get()), scaleAfterSteps(w.scene(), steps, w.startZoom));
 }
 
 void tst_Touch::liftingTwoFingersStepsOnceMore_data()
@@ -222,10 +230,7 @@ void tst_Touch::liftingTwoFingersStepsOnceMore()
     QFETCH(double, movedTo);
     QFETCH(QList<int>, steps);
 
-    Kit::PictureWindow w;
-    enableTouch(w);
-    QSignalSpy buttons(w.wnd.get(), SIGNAL(buttonClicked(long)));
-    const double before = facadeZoom(w.wnd.get());
+    PinchWindow w;
 
     Kit::Touch pinch(w.view());
     QVERIFY(pinch.press(fingersApart(w.view(), startDistance)));
@@ -233,8 +238,8 @@ void tst_Touch::liftingTwoFingersStepsOnceMore()
         QVERIFY(pinch.move(fingersApart(w.view(), movedTo)));
     QVERIFY(pinch.release());
 
-    QCOMPARE(clickedButtons(buttons), steps);
-    QCOMPARE(facadeZoom(w.wnd.get()), scaleAfterSteps(w.scene(), steps, before));
+    QCOMPARE(clickedButtons(w.buttons), steps);
+    QCOMPARE(facadeZoom(w.wnd.get()), scaleAfterSteps(w.scene(), steps, w.startZoom));
 }
 
 void tst_Touch::threeFingersNeverZoomAndAreConsumed()
