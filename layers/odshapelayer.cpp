@@ -99,8 +99,12 @@ bool ODShapeLayer::removeSelectedShape(long id)
     return false;
 }
 
+// The whole scene is marked for repaint first: a view then no longer
+// gathers the area of each item that leaves, which grows a region by one
+// rectangle an item and costs time of the square of the count.
 void ODShapeLayer::clearShape()
 {
+    updateScene();
     for (ODShape* shape : m_shapes)
         delete shape;
     m_shapes.clear();

@@ -45,6 +45,16 @@ ImageCtrlScene::ImageCtrlScene(QObject* parent)
     , m_isOverlay(false)
     , m_isStaticOverlay(false)
 {
+    // No item index. A shape owns several items, most of them with empty
+    // geometry while they show nothing, and moves or reshapes its items on
+    // every step of a drag; a BSP tree re-files every such item and removes
+    // items slowly in bulk, while the window never asks the scene for items
+    // by position: hit tests walk the layers' shapes, and every repaint walks
+    // the scene's top-level items whatever the index. Measured with 10^5
+    // shapes of every kind: a painted handle move at fit takes 286 ms without
+    // an index against 548 ms with the tree, a press on a shape 540 against
+    // 730 ms, emptying the layer 3.8 against 6.0 s.
+    setItemIndexMethod(QGraphicsScene::NoIndex);
     m_font.setFamily("Times");
     m_font.setPointSize(18);
     update(QRectF());
