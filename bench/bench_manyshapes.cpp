@@ -413,51 +413,45 @@ void timedClick(benchmark::State& state, Host& host, const QPointF& at, ClickTim
     ++times.release.iterations;
 }
 
+// Clicks at `target`, each after an untimed click at `setUp`; `selectsShape`
+// says whether the click must leave the dragged rectangle selected or nothing.
+// The press is the benchmark's time, the release a figure beside it.
+void timedClicks(benchmark::State& state, const QPointF& setUp, const QPointF& target, bool selectsShape,
+                 const char* name, const char* releaseName)
+{
+    Host& host = hostOf(int(state.range(0)));
+    ClickTimes times;
+    bool asExpected = true;
+    for (auto _ : state) {
+        state.PauseTiming();
+        host.click(setUp);
+        state.ResumeTiming();
+        timedClick(state, host, target, times);
+        asExpected = asExpected && host.selectTool()->currentShape() == (selectsShape ? host.dragged : nullptr);
+    }
+    if (selectsShape)
+        host.click(kGround);
+    if (!asExpected) {
+        state.SkipWithError(selectsShape ? "the click did not select the shape" : "the click left a shape selected");
+        return;
+    }
+    finish(state, name, times.press);
+    state.counters["release_ms"] = times.release.total / double(times.release.iterations) * 1e3;
+    record(releaseName, int(state.range(0)), times.release.total / double(times.release.iterations), false);
+}
+
 // A click that selects the dragged rectangle by its body, from nothing
 // selected.
 void PressOnShape(benchmark::State& state)
 {
-    Host& host = hostOf(int(state.range(0)));
-    ClickTimes times;
-    bool selected = true;
-    for (auto _ : state) {
-        state.PauseTiming();
-        host.click(kGround);
-        state.ResumeTiming();
-        timedClick(state, host, kDragged.center(), times);
-        selected = selected && host.selectTool()->currentShape() == host.dragged;
-    }
-    host.click(kGround);
-    if (!selected) {
-        state.SkipWithError("the click did not select the shape");
-        return;
-    }
-    finish(state, "press on a shape", times.press);
-    state.counters["release_ms"] = times.release.total / double(times.release.iterations) * 1e3;
-    record("  its release (shape)", int(state.range(0)), times.release.total / double(times.release.iterations), false);
+    timedClicks(state, kGround, kDragged.center(), true, "press on a shape", "  its release (shape)");
 }
 
 // A click on empty ground while the rectangle is selected. The press keeps
 // the current shape; the release selects anew and finds nothing.
 void PressOnGround(benchmark::State& state)
 {
-    Host& host = hostOf(int(state.range(0)));
-    ClickTimes times;
-    bool cleared = true;
-    for (auto _ : state) {
-        state.PauseTiming();
-        host.click(kDragged.center());
-        state.ResumeTiming();
-        timedClick(state, host, kGround, times);
-        cleared = cleared && host.selectTool()->currentShape() == nullptr;
-    }
-    if (!cleared) {
-        state.SkipWithError("the click left a shape selected");
-        return;
-    }
-    finish(state, "press on ground", times.press);
-    state.counters["release_ms"] = times.release.total / double(times.release.iterations) * 1e3;
-    record("  its release (ground)", int(state.range(0)), times.release.total / double(times.release.iterations), false);
+    timedClicks(state, kDragged.center(), kGround, false, "press on ground", "  its release (ground)");
 }
 
 // One more rectangle drawn by the operator in the free zone: the draw mode is
