@@ -466,7 +466,7 @@ void DrawOneMore(benchmark::State& state)
     bool drawn = true;
     for (auto _ : state) {
         host.window->drawRect();
-        const int shapesBefore = host.layer()->shapes().size();
+        const int shapesBefore = host.layer()->shapeCount();
         const long before = host.counter.paints;
         const auto start = Clock::now();
         host.press(from);
@@ -482,9 +482,9 @@ void DrawOneMore(benchmark::State& state)
         timer.total += seconds;
         timer.paints += host.counter.paints - before;
         ++timer.iterations;
-        drawn = drawn && host.layer()->shapes().size() == shapesBefore + 1;
-        if (host.layer()->shapes().size() > shapesBefore)
-            host.window->removeShape(host.layer()->shapes().last()->GetShapeID());
+        drawn = drawn && host.layer()->shapeCount() == shapesBefore + 1;
+        if (host.layer()->shapeCount() > shapesBefore)
+            host.window->removeShape(host.window->getShapeIDS(KESImageWnd::LAYER_SHAPE).last());
         host.paint();
     }
     if (!drawn) {
@@ -500,7 +500,7 @@ void ClearLayer(benchmark::State& state)
     Host& host = hostOf(int(state.range(0)));
     Timer timer;
     for (auto _ : state) {
-        if (host.layer()->shapes().isEmpty())
+        if (host.layer()->shapeCount() == 0)
             host.fill();
         host.filled = false;
         const long before = host.counter.paints;
@@ -513,7 +513,7 @@ void ClearLayer(benchmark::State& state)
         timer.paints += host.counter.paints - before;
         ++timer.iterations;
     }
-    if (!host.layer()->shapes().isEmpty()) {
+    if (!host.layer()->shapeCount() == 0) {
         state.SkipWithError("shapes were left");
         return;
     }
@@ -526,7 +526,7 @@ void ClearShape(benchmark::State& state)
     Host& host = hostOf(int(state.range(0)));
     Timer timer;
     for (auto _ : state) {
-        if (host.layer()->shapes().isEmpty())
+        if (host.layer()->shapeCount() == 0)
             host.fill();
         host.filled = false;
         host.layer()->clearCurrentShape();
@@ -571,7 +571,7 @@ void DisplayOverlays(benchmark::State& state)
         timer.paints += host.counter.paints - before;
         ++timer.iterations;
     }
-    if (!shown || host.layer()->shapes().size() != count) {
+    if (!shown || host.layer()->shapeCount() != count) {
         state.SkipWithError("an overlay was refused");
         return;
     }

@@ -12,6 +12,7 @@ ODShapeLayer::ODShapeLayer(ImageCtrlScene* scene)
     , m_enableMove(true)
     , m_enableSelect(true)
     , m_walkedScale(1.0f)
+    , m_allMayHaveChanged(false)
 {
 }
 
@@ -30,6 +31,34 @@ void ODShapeLayer::addShape(ODShape* shape)
     m_shapes.append(shape);
     m_shapeById.insert(shape->GetShapeID(), shape);
     shapeScaleChanged(shape);
+    mayHaveChanged(shape);
+}
+
+void ODShapeLayer::mayHaveChanged(ODShape* shape) const
+{
+    if (shape && !m_allMayHaveChanged)
+        m_mayHaveChanged.insert(shape);
+}
+
+ODShape* ODShapeLayer::shapeById(long id) const
+{
+    ODShape* shape = m_shapeById.value(id, nullptr);
+    mayHaveChanged(shape);
+    return shape;
+}
+
+const QVector<ODShape*>& ODShapeLayer::selectedShapes() const
+{
+    for (ODShape* shape : m_selectedShapes)
+        mayHaveChanged(shape);
+    return m_selectedShapes;
+}
+
+const QVector<ODShape*>& ODShapeLayer::shapes() const
+{
+    m_allMayHaveChanged = true;
+    m_mayHaveChanged.clear();
+    return m_shapes;
 }
 
 void ODShapeLayer::shapeScaleChanged(ODShape* shape)
@@ -40,6 +69,7 @@ void ODShapeLayer::shapeScaleChanged(ODShape* shape)
 
 void ODShapeLayer::addSelectedShape(ODShape* shape)
 {
+    mayHaveChanged(shape);
     m_selectedShapes.append(shape);
     ODShapeToolManage::GetODShapeToolManage()->setCurSelectedShape(shape);
 }
@@ -47,8 +77,10 @@ void ODShapeLayer::addSelectedShape(ODShape* shape)
 void ODShapeLayer::moveSelectedShape(QPointF delta) const
 {
     for (ODShape* shape : m_selectedShapes) {
-        if (shape)
+        if (shape) {
             shape->MoveShape(delta);
+            mayHaveChanged(shape);
+        }
     }
 }
 
@@ -63,6 +95,7 @@ bool ODShapeLayer::removeShape(ODShape* shape)
     if (m_shapeById.value(shape->GetShapeID()) == shape)
         m_shapeById.remove(shape->GetShapeID());
     m_scaleChanged.remove(shape);
+    m_mayHaveChanged.remove(shape);
     delete shape;
     return true;
 }
@@ -110,6 +143,8 @@ void ODShapeLayer::clearShape()
     m_shapes.clear();
     m_shapeById.clear();
     m_scaleChanged.clear();
+    m_mayHaveChanged.clear();
+    m_allMayHaveChanged = false;
 }
 
 void ODShapeLayer::clearSelectedShape()
@@ -147,16 +182,37 @@ void ODShapeLayer::Update()
     updateScene();
 }
 
+void ODShapeLayer::showOrHide(ODShape* shape)
+{
+    if (shape->isVisible())
+        shape->ShowShape();
+    else
+        shape->HideShape();
+}
+
+// Each shape's showing touches its own items only, so the order of the
+// visits does not change what is shown.
 void ODShapeLayer::ShowShapePath()
 {
-    for (ODShape* shape : m_shapes) {
-        if (!shape)
-            continue;
-        if (shape->isVisible())
-            shape->ShowShape();
-        else
-            shape->HideShape();
+    if (m_allMayHaveChanged) {
+        for (ODShape* shape : m_shapes) {
+            if (shape)
+                showOrHide(shape);
+        }
+    } else {
+        QSet<ODShape*> visit;
+        visit.swap(m_mayHaveChanged);
+        for (ODShape* shape : ODShapeToolManage::GetODShapeToolManage()->heldShapes()) {
+            if (m_shapeById.value(shape->GetShapeID()) == shape)
+                visit.insert(shape);
+        }
+        for (ODShape* shape : qAsConst(visit)) {
+            if (shape)
+                showOrHide(shape);
+        }
     }
+    m_mayHaveChanged.clear();
+    m_allMayHaveChanged = false;
     updateScene();
 }
 
@@ -184,8 +240,10 @@ void ODShapeLayer::Show(bool withHandles)
 ODShape* ODShapeLayer::GetShapeAtPoint(QPointF const& point)
 {
     for (ODShape* shape : m_shapes) {
-        if (shape && (shape->HitTest(point, true) > 0 || shape->HitTest(point, false) > 0))
+        if (shape && (shape->HitTest(point, true) > 0 || shape->HitTest(point, false) > 0)) {
+            mayHaveChanged(shape);
             return shape;
+        }
     }
     return nullptr;
 }
@@ -197,11 +255,15 @@ QList<ODShape*> ODShapeLayer::GetShapeListAtPoint(QPointF const& point)
         if (!shape || !shape->isVisible())
             continue;
         // A handle wins over every body found so far.
-        if (shape->HitTest(point, true) > 0)
+        if (shape->HitTest(point, true) > 0) {
+            mayHaveChanged(shape);
             return QList<ODShape*>{shape};
+        }
         if (shape->HitTest(point, false) > 0 && !bodies.contains(shape))
             bodies.append(shape);
     }
+    for (ODShape* shape : qAsConst(bodies))
+        mayHaveChanged(shape);
     return bodies;
 }
 

@@ -19,6 +19,14 @@ class ShapeOperator;
 // Update() brings every shape to the scene's scale; the layer remembers the
 // scale of its last walk and which shapes have another one since, so that a
 // walk over an unchanged layer touches only those.
+//
+// ShowShapePath() shows every shape as it is now. Showing a shape that has not
+// changed since it was last shown leaves its items as they are, so the walk
+// visits only the shapes that may have changed: those that said so
+// (ODShape::shownStateChanged, called by every change of a shape), those
+// added since, those whose pointer the layer has handed out or taken in (by
+// id, at a point, selected, or the whole list) and the ones the tools keep
+// between events.
 class KESIMAGEWND_TESTS_EXPORT ODShapeLayer
 {
 public:
@@ -62,13 +70,19 @@ public:
     bool isEnableSelectShape();
 
     // The shape of that id in this layer, null for none; ids are never reused.
-    ODShape* shapeById(long id) const { return m_shapeById.value(id, nullptr); }
+    // The caller may change it, so the next walk shows it afresh.
+    ODShape* shapeById(long id) const;
+    // A shape of this layer tells its layer that it may show otherwise now.
+    void shapeMayHaveChanged(ODShape* shape) { mayHaveChanged(shape); }
     // A shape of this layer tells its layer that its scale was set.
     void shapeScaleChanged(ODShape* shape);
     ShapeOperator* shapeOperator() const { return m_shapeOperator; }
 
-    const QVector<ODShape*>& shapes() const { return m_shapes; }
-    const QVector<ODShape*>& selectedShapes() const { return m_selectedShapes; }
+    // Every shape; the caller may change any, so the next walk shows all.
+    const QVector<ODShape*>& shapes() const;
+    int shapeCount() const { return m_shapes.size(); }
+    // The selected shapes; the caller may change them, as shapes() says.
+    const QVector<ODShape*>& selectedShapes() const;
     ImageCtrlScene* scene() const { return m_scene; }
 
 protected:
@@ -88,4 +102,10 @@ private:
     // scale may differ from it since: every other shape holds it.
     float m_walkedScale;
     QSet<ODShape*> m_scaleChanged;
+    // The shapes that ShowShapePath must visit, or all of them: see the class
+    // comment. Handing out a pointer is a const act, hence mutable.
+    mutable QSet<ODShape*> m_mayHaveChanged;
+    mutable bool m_allMayHaveChanged;
+    void mayHaveChanged(ODShape* shape) const;
+    void showOrHide(ODShape* shape);
 };

@@ -158,6 +158,7 @@ int ODAnnular::HitTest(QPointF point, bool handles)
 
 void ODAnnular::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     switch (number) {
     case Start: {
         // The end stays; the sweep stays zero or negative.
@@ -196,6 +197,7 @@ void ODAnnular::MoveHandleTo(int number, const QPointF& pos)
 
 void ODAnnular::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_center += delta;
     UpdateOrgData(kMovedCentreX);
     UpdateOrgData(kMovedCentreYAndInner);
@@ -203,6 +205,7 @@ void ODAnnular::MoveShape(const QPointF& delta)
 
 void ODAnnular::UpdateOrgData(int number)
 {
+    shownStateChanged();
     storeOrgData(number, {m_center.x(), m_center.y(), m_innerRadius, m_outerRadius}, kOwnedSlots);
 }
 
@@ -224,6 +227,7 @@ void ODAnnular::setHandleCursor(QPointF point)
 
 void ODAnnular::SetTours(double x, double y, double inner, double outer, double start, double sweep)
 {
+    shownStateChanged();
     m_orgData = {x, y, inner, outer};
     m_startAngle = start;
     m_sweepAngle = sweep;
@@ -231,22 +235,26 @@ void ODAnnular::SetTours(double x, double y, double inner, double outer, double 
 
 void ODAnnular::SetStartAngle(float angle)
 {
+    shownStateChanged();
     m_startAngle = angle;
 }
 
 void ODAnnular::SetSweepAngle(float angle)
 {
+    shownStateChanged();
     m_sweepAngle = angle;
 }
 
 void ODAnnular::SetSearchLine(SEARCHLINEDIRECTION direction, int count)
 {
+    shownStateChanged();
     m_searchDirection = direction;
     m_searchCount = count;
 }
 
 void ODAnnular::SetSearchLineFlag(bool flag)
 {
+    shownStateChanged();
     m_searchLineFlag = flag;
 }
 

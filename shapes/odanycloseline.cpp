@@ -16,6 +16,7 @@ void ODAnyCloseLine::ShowShape()
 
 void ODAnyCloseLine::ShowMoveShape()
 {
+    shownStateChanged();
     UpdateCurData();
     const QPainterPath path = linePath(false);
     m_pen.setColor(m_penColor);

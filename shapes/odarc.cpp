@@ -94,6 +94,7 @@ int ODARC::HitTest(QPointF point, bool handles)
 
 void ODARC::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     if (number > 0)
         m_radius = Distance(pos, m_center);
     UpdateOrgData(number);
@@ -101,12 +102,14 @@ void ODARC::MoveHandleTo(int number, const QPointF& pos)
 
 void ODARC::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_center += delta;
     UpdateOrgData(kBodyMove);
 }
 
 void ODARC::UpdateOrgData(int number)
 {
+    shownStateChanged();
     storeOrgData(RoundShape::ownerOf(number), {m_center.x(), m_center.y(), m_radius, m_startAngle, m_sweepAngle},
                  kOwnedSlots);
 }
@@ -128,6 +131,7 @@ void ODARC::setHandleCursor(QPointF point)
 
 void ODARC::SetCircle(double x, double y, double r, double start, double sweep)
 {
+    shownStateChanged();
     m_orgData = {x, y, r, start, sweep};
 }
 

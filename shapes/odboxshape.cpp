@@ -36,12 +36,14 @@ ODBoxShape::ODBoxShape(QGraphicsScene* scene, DrawMode mode)
 
 void ODBoxShape::startAt(QPointF point)
 {
+    shownStateChanged();
     m_rect = QRectF(point, QSizeF(0, 0));
     UpdateHandles();
 }
 
 void ODBoxShape::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     switch (number) {
     case 1: m_rect.setTopLeft(pos); break;
     case 2: m_rect.setTop(pos.y()); break;
@@ -58,6 +60,7 @@ void ODBoxShape::MoveHandleTo(int number, const QPointF& pos)
 
 void ODBoxShape::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_rect.setTopLeft(m_rect.topLeft() + delta);
     m_rect.setBottomRight(m_rect.bottomRight() + delta);
     // The four corners own every side between them.
@@ -67,6 +70,7 @@ void ODBoxShape::MoveShape(const QPointF& delta)
 
 void ODBoxShape::UpdateOrgData(int number)
 {
+    shownStateChanged();
     storeOrgData(number, {m_rect.left(), m_rect.top(), m_rect.right(), m_rect.bottom()}, kOwnedSlots);
 }
 
@@ -82,6 +86,7 @@ void ODBoxShape::UpdateCurData()
 
 void ODBoxShape::AdjustParameter()
 {
+    shownStateChanged();
     AdjustRect(m_rect);
     UpdateOrgData(kTopLeftNumber);
     UpdateOrgData(kBottomRightNumber);
@@ -97,6 +102,7 @@ void ODBoxShape::setHandleCursor(QPointF point)
 
 void ODBoxShape::setSides(double left, double top, double right, double bottom)
 {
+    shownStateChanged();
     m_orgData = {left, top, right, bottom};
 }
 

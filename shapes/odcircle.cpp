@@ -89,6 +89,7 @@ int ODCircle::HitTest(QPointF point, bool handles)
 
 void ODCircle::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     if (number > 0)
         m_radius = Distance(pos, m_center);
     UpdateOrgData(number);
@@ -96,12 +97,14 @@ void ODCircle::MoveHandleTo(int number, const QPointF& pos)
 
 void ODCircle::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_center += delta;
     UpdateOrgData(kBodyMove);
 }
 
 void ODCircle::UpdateOrgData(int number)
 {
+    shownStateChanged();
     storeOrgData(RoundShape::ownerOf(number), {m_center.x(), m_center.y(), m_radius}, kOwnedSlots);
 }
 
@@ -120,6 +123,7 @@ void ODCircle::setHandleCursor(QPointF point)
 
 void ODCircle::SetCircle(double x, double y, double r)
 {
+    shownStateChanged();
     m_orgData = {x, y, r};
 }
 

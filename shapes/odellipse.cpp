@@ -118,6 +118,7 @@ int ODEllipse::HitTest(QPointF point, bool handles)
 
 void ODEllipse::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     const QPointF p = ::RotatePoint(pos, m_center, m_rotateAngle);
     switch (number) {
     case 1:
@@ -146,12 +147,14 @@ void ODEllipse::MoveHandleTo(int number, const QPointF& pos)
 
 void ODEllipse::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_center += delta;
     UpdateOrgData(kBodyMove);
 }
 
 void ODEllipse::UpdateOrgData(int number)
 {
+    shownStateChanged();
     storeOrgData(number, {m_center.x(), m_center.y(), m_radiusX, m_radiusY}, kOwnedSlots);
 }
 
@@ -174,12 +177,14 @@ void ODEllipse::setHandleCursor(QPointF point)
 
 void ODEllipse::SetEllipse(float x, float y, float rx, float ry, float angle)
 {
+    shownStateChanged();
     m_orgData = {x, y, rx, ry};
     m_rotateAngle = angle;
 }
 
 void ODEllipse::SetRoateAngle(float angle)
 {
+    shownStateChanged();
     m_rotateAngle = angle;
 }
 

@@ -29,11 +29,13 @@ ODFreeLine::~ODFreeLine()
 
 void ODFreeLine::SetAnyLinePoints(QVector<QPointF> points)
 {
+    shownStateChanged();
     appendPoints(points);
 }
 
 void ODFreeLine::SetAnyLinePoints(QVector<double>& values)
 {
+    shownStateChanged();
     assignPoints(values);
 }
 
@@ -94,6 +96,7 @@ int ODFreeLine::HitTest(QPointF point, bool handles)
 
 void ODFreeLine::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     if (number == FirstPointHandle) {
         m_points.prepend(pos);
         m_orgData.insert(0, pos.x());
@@ -108,6 +111,7 @@ void ODFreeLine::MoveHandleTo(int number, const QPointF& pos)
 
 void ODFreeLine::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     if (!referenceMatchesPoints())
         return;
     m_points.translate(delta);
@@ -116,6 +120,7 @@ void ODFreeLine::MoveShape(const QPointF& delta)
 
 void ODFreeLine::UpdateOrgData(int)
 {
+    shownStateChanged();
     if (m_orgData.size() == 2 * m_points.size())
         writePointsToReference();
 }

@@ -108,11 +108,13 @@ int ODImage::HitTest(QPointF point, bool handles)
 
 void ODImage::SetRect(float x1, float y1, float x2, float y2)
 {
+    shownStateChanged();
     setSides(x1, y1, x2, y2);
 }
 
 void ODImage::setImage(VorImage* image)
 {
+    shownStateChanged();
     m_image = image;
     KESImageToQImage(image);
 }

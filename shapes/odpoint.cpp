@@ -75,18 +75,21 @@ int ODPoint::HitTest(QPointF point, bool)
 
 void ODPoint::MoveHandleTo(int, const QPointF& pos)
 {
+    shownStateChanged();
     m_point = pos;
     UpdateOrgData(kPointHandle);
 }
 
 void ODPoint::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_point += delta;
     UpdateOrgData(kPointHandle);
 }
 
 void ODPoint::UpdateOrgData(int)
 {
+    shownStateChanged();
     m_orgData = {m_point.x(), m_point.y()};
 }
 
@@ -100,16 +103,19 @@ void ODPoint::UpdateCurData()
 
 void ODPoint::AdjustParameter()
 {
+    shownStateChanged();
     UpdateOrgData(kAnyNumber);
 }
 
 void ODPoint::SetPoint(double x, double y)
 {
+    shownStateChanged();
     m_orgData = {x, y};
 }
 
 void ODPoint::SetCrossSize(int size)
 {
+    shownStateChanged();
     m_crossSize = size;
 }
 

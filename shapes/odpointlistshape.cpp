@@ -46,6 +46,7 @@ void ODPointListShape::writePointsToReference()
 
 void ODPointListShape::AddPoint(QPointF point)
 {
+    shownStateChanged();
     m_orgData.append(point.x());
     m_orgData.append(point.y());
     m_points.append(point);
@@ -63,6 +64,7 @@ bool ODPointListShape::GetParam(VorPointArray* points) const
 
 void ODPointListShape::appendPoints(const QVector<QPointF>& points)
 {
+    shownStateChanged();
     m_points.clear();
     m_points.reserve(points.size());
     m_orgData.reserve(m_orgData.size() + 2 * points.size());
@@ -75,6 +77,7 @@ void ODPointListShape::appendPoints(const QVector<QPointF>& points)
 
 void ODPointListShape::assignPoints(const QVector<double>& values)
 {
+    shownStateChanged();
     const int pairs = values.size() / 2;
     m_points.clear();
     m_points.reserve(pairs);

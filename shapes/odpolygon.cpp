@@ -27,11 +27,13 @@ ODPolygon::~ODPolygon()
 
 void ODPolygon::SetPolygonPoints(QVector<QPointF> points)
 {
+    shownStateChanged();
     appendPoints(points);
 }
 
 void ODPolygon::SetPolygonPoints(QVector<double>& values)
 {
+    shownStateChanged();
     assignPoints(values);
 }
 
@@ -69,6 +71,7 @@ int ODPolygon::HitTest(QPointF point, bool handles)
 
 void ODPolygon::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     if (number >= 1 && number <= m_points.size())
         m_points[number - 1] = pos;
     UpdateOrgData(number);
@@ -76,12 +79,14 @@ void ODPolygon::MoveHandleTo(int number, const QPointF& pos)
 
 void ODPolygon::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_points.translate(delta);
     UpdateOrgData(kAllVertices);
 }
 
 void ODPolygon::UpdateOrgData(int number)
 {
+    shownStateChanged();
     if (number == kAllVertices) {
         if (m_orgData.size() >= 2 * m_points.size())
             writePointsToReference();
@@ -103,6 +108,7 @@ void ODPolygon::setHandleCursor(QPointF point)
 
 void ODPolygon::removePoint(int index)
 {
+    shownStateChanged();
     if (index < 0 || index >= m_points.size())
         return;
     m_points.remove(index);
@@ -123,6 +129,7 @@ int ODPolygon::pointSize() const
 
 void ODPolygon::ChangeLastPoint(QPointF point)
 {
+    shownStateChanged();
     if (m_points.isEmpty())
         return;
     m_points.last() = point;

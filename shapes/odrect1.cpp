@@ -91,17 +91,20 @@ int ODRect1::HitTest(QPointF point, bool handles)
 
 void ODRect1::SetRect(double x1, double y1, double x2, double y2)
 {
+    shownStateChanged();
     setSides(x1, y1, x2, y2);
 }
 
 void ODRect1::SetSearchLine(SEARCHLINEDIRECTION direction, int count)
 {
+    shownStateChanged();
     m_searchDirection = direction;
     m_searchCount = count;
 }
 
 void ODRect1::SetSearchLineFlag(bool flag)
 {
+    shownStateChanged();
     m_searchLineFlag = flag;
 }
 

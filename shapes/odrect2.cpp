@@ -155,6 +155,7 @@ int ODRect2::HitTest(QPointF point, bool handles)
 
 void ODRect2::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     m_followCenter = false;
     const QPointF local = ::RotatePoint(pos, m_rotateCenter, float(m_rotateAngle));
     QRectF r(m_center.x() - m_width / 2, m_center.y() - m_height / 2, m_width, m_height);
@@ -202,6 +203,7 @@ void ODRect2::MoveHandleTo(int number, const QPointF& pos)
 
 void ODRect2::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_center += delta;
     if (!hasOrgData(SlotCount))
         return;
@@ -212,6 +214,7 @@ void ODRect2::MoveShape(const QPointF& delta)
 
 void ODRect2::UpdateOrgData(int number)
 {
+    shownStateChanged();
     storeOrgData(number, {m_center.x(), m_center.y(), m_width, m_height}, kOwnedSlots);
 }
 
@@ -226,6 +229,7 @@ void ODRect2::UpdateCurData()
 
 void ODRect2::AdjustParameter()
 {
+    shownStateChanged();
     m_followCenter = true;
     m_height = qAbs(m_height);
     m_width = qAbs(m_width);
@@ -244,28 +248,33 @@ void ODRect2::setHandleCursor(QPointF point)
 
 void ODRect2::SetRect(double x, double y, double w, double h)
 {
+    shownStateChanged();
     m_orgData = {x, y, w, h};
 }
 
 void ODRect2::SetRoateAngle(double angle)
 {
+    shownStateChanged();
     m_rotateAngle = angle;
 }
 
 void ODRect2::UpdateRotateCenter()
 {
+    shownStateChanged();
     if (hasOrgData(SlotCount))
         m_rotateCenter = QPointF(m_orgData[CenterX], m_orgData[CenterY]);
 }
 
 void ODRect2::SetSearchLine(SEARCHLINEDIRECTION direction, int count)
 {
+    shownStateChanged();
     m_searchDirection = direction;
     m_searchCount = count;
 }
 
 void ODRect2::SetSearchLineFlag(bool flag)
 {
+    shownStateChanged();
     m_searchLineFlag = flag;
 }
 

@@ -28,6 +28,7 @@ ODSegmentShape::ODSegmentShape(QGraphicsScene* scene, DrawMode mode)
 
 void ODSegmentShape::startAt(QPointF point)
 {
+    shownStateChanged();
     m_startPoint = point;
     m_endPoint = point;
     UpdateHandles();
@@ -47,6 +48,7 @@ void ODSegmentShape::UpdateHandles()
 
 void ODSegmentShape::MoveHandleTo(int number, const QPointF& pos)
 {
+    shownStateChanged();
     if (number == StartHandle)
         m_startPoint = pos;
     else if (number == EndHandle)
@@ -56,6 +58,7 @@ void ODSegmentShape::MoveHandleTo(int number, const QPointF& pos)
 
 void ODSegmentShape::MoveShape(const QPointF& delta)
 {
+    shownStateChanged();
     m_startPoint += delta;
     m_endPoint += delta;
     UpdateOrgData(StartHandle);
@@ -64,6 +67,7 @@ void ODSegmentShape::MoveShape(const QPointF& delta)
 
 void ODSegmentShape::UpdateOrgData(int number)
 {
+    shownStateChanged();
     storeOrgData(number, {m_startPoint.x(), m_startPoint.y(), m_endPoint.x(), m_endPoint.y()}, kOwnedSlots);
 }
 
@@ -83,6 +87,7 @@ void ODSegmentShape::setHandleCursor(QPointF point)
 
 void ODSegmentShape::SetLine(float x1, float y1, float x2, float y2)
 {
+    shownStateChanged();
     m_orgData = {x1, y1, x2, y2};
 }
 

@@ -56,8 +56,15 @@ void ODShape::deleteItems(std::initializer_list<QGraphicsItem*> items)
     }
 }
 
+void ODShape::shownStateChanged()
+{
+    if (m_shaperLayer)
+        m_shaperLayer->shapeMayHaveChanged(this);
+}
+
 void ODShape::SetOffset(float x, float y)
 {
+    shownStateChanged();
     m_offsetX = x;
     m_offsetY = y;
 }
@@ -119,6 +126,7 @@ int ODShape::HitTest(QPointF, bool)
 
 void ODShape::AdjustParameter()
 {
+    shownStateChanged();
     UpdateHandles();
 }
 
@@ -142,6 +150,7 @@ QRectF ODShape::MakeElpHandle(const QPointF& p) const
 
 void ODShape::storeOrgData(int number, std::initializer_list<double> current, const SlotMask* ownership, int numbers)
 {
+    shownStateChanged();
     if (m_orgData.size() != int(current.size())) {
         m_orgData = QVector<double>(current);
         return;

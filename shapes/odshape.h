@@ -99,11 +99,11 @@ public:
     DrawMode GetDrawMode() const { return m_drawMode; }
     void setDrawMode(DrawMode mode) { m_drawMode = mode; }
 
-    void SetPenColor(QColor color) { m_penColor = color; }
+    void SetPenColor(QColor color) { m_penColor = color; shownStateChanged(); }
     QColor GetPenColor() const { return m_penColor; }
-    void SetBrushColor(QColor color) { m_brushColor = color; }
+    void SetBrushColor(QColor color) { m_brushColor = color; shownStateChanged(); }
     QColor GetBrushColor() const { return m_brushColor; }
-    void SetLineWidth(float width) { m_lineWidth = width; }
+    void SetLineWidth(float width) { m_lineWidth = width; shownStateChanged(); }
     float GetLineWidth() const { return m_lineWidth; }
     void SetOffset(float x, float y);
     void GetOffset(float& x, float& y) const;
@@ -122,13 +122,18 @@ public:
     ShaperLayer* shaperLayer() const { return m_shaperLayer; }
     void setShapeLayer(ShaperLayer* layer) { m_shaperLayer = layer; }
     bool isVisible() const { return m_visible; }
-    void setVisible(bool visible) { m_visible = visible; }
+    void setVisible(bool visible) { m_visible = visible; shownStateChanged(); }
     bool isMovable() const { return m_movable; }
     void setMovable(bool movable) { m_movable = movable; }
     bool isSelectble() const { return m_selectble; }
     void setSelectble(bool selectable) { m_selectble = selectable; }
     bool isOverlay() const { return m_overlay; }
-    void setIsOverlay(bool overlay) { m_overlay = overlay; }
+    void setIsOverlay(bool overlay) { m_overlay = overlay; shownStateChanged(); }
+
+    // Tells the shape's layer that what ShowShape would put into the items
+    // may differ from what they show. Every operation that changes the
+    // reference, the current geometry or the look calls it first.
+    void shownStateChanged();
 
     // Whether the drawing tool throws the shape away at the release. Called
     // through the drawn class, whose own rule hides this one: every class

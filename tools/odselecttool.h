@@ -50,6 +50,7 @@ public:
     void setSelectShapeMode(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event, ODShape* shape);
 
     ODShape* currentShape() const { return m_currentShape; }
+    ODShape* heldShape() const override { return m_currentShape; }
     int selectMode() const { return m_selectMode; }
     int handleIndex() const { return m_handleIndex; }
     int dragState() const { return m_dragState; }

@@ -26,6 +26,7 @@ public:
     }
 
     T* shape() const { return m_shape; }
+    ODShape* heldShape() const override { return m_shape; }
 
 protected:
     T* m_shape = nullptr;

@@ -40,6 +40,11 @@ public:
     // Does nothing; a tool that builds on clicks overrides it.
     virtual void mouseDoubleClickEvent(ImageCtrlScene* scene, QGraphicsSceneMouseEvent* event);
 
+    // The shape the tool keeps from one event to the next and changes on the
+    // next one, or null. The base keeps none; a tool that keeps a shape
+    // returns it, so that its layer shows it afresh on every walk.
+    virtual ODShape* heldShape() const { return nullptr; }
+
     // The base keeps no shape; an override drops its own pointers.
     void shapeDestroyed(ODShape* shape) override;
     void sceneDestroyed(QGraphicsScene* scene) override;

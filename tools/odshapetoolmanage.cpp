@@ -60,6 +60,16 @@ void ODShapeToolManage::FreeShapeList()
     m_toolList.clear();
 }
 
+QList<ODShape*> ODShapeToolManage::heldShapes() const
+{
+    QList<ODShape*> held;
+    for (ODShapeTool* tool : m_toolList) {
+        if (ODShape* shape = tool ? tool->heldShape() : nullptr)
+            held.append(shape);
+    }
+    return held;
+}
+
 ODShapeTool* ODShapeToolManage::GetShapeTool(DrawMode mode)
 {
     const int index = int(mode);

@@ -43,6 +43,8 @@ public:
     void setCurSelectedShape(ODShape* shape);
     void FreeShapeList();
     int toolCount() const { return m_toolList.size(); }
+    // The shapes the tools keep between events, in tool order; nulls left out.
+    QList<ODShape*> heldShapes() const;
 
 private:
     void InitShapeList();
