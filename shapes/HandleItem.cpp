@@ -23,6 +23,8 @@ HandleItem::~HandleItem() = default;
 void HandleItem::setHandleMap(QMap<int, QRectF> handles)
 {
     m_handles = handles;
+    // The squares are painted from the map: a new map repaints the item.
+    update();
 }
 
 void HandleItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)

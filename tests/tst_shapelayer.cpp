@@ -96,6 +96,11 @@ private slots:
     void updateGivesEveryShapeTheSceneScale();
     void updateRepaintsTheWholeScene();
     void showShapePathShowsVisibleAndHidesHiddenShapes();
+    void showWalkLeavesShapesThatDidNotChangeAlone();
+    void showWalkShowsEveryChangeOfAShape_data();
+    void showWalkShowsEveryChangeOfAShape();
+    void showWalkShowsTheShapeAToolKeeps();
+    void showWalkAfterTheWholeListWasHandedOutVisitsEveryShape();
     void showHandlePathWorksOnSelectedShapesOnly();
     void showWithoutHandlesLeavesHandlesAlone();
     void showRunsShapeThenHandleStepThroughTheLayer();
@@ -501,6 +506,109 @@ void tst_ShapeLayer::showShapePathShowsVisibleAndHidesHiddenShapes()
     b->setVisible(true);
     s.active()->ShowShapePath();
     QCOMPARE(b->rectItem()->rect(), QRectF(20, 20, 10, 10));
+}
+
+// An item set by hand, behind its shape's back, shows that the walk did not
+// visit the shape: nothing of it changed, so showing it would set the same.
+void tst_ShapeLayer::showWalkLeavesShapesThatDidNotChangeAlone()
+{
+    LayerScene s;
+    ODRect1* a = addRect(s.active(), 0, 0, 10, 10);
+    ODRect1* b = addRect(s.active(), 20, 20, 30, 30);
+    s.active()->ShowShapePath();
+    a->rectItem()->setRect(QRectF(1, 1, 1, 1));
+    b->rectItem()->setRect(QRectF(2, 2, 2, 2));
+    b->SetRect(20, 20, 40, 40);
+
+    s.active()->ShowShapePath();
+    QCOMPARE(a->rectItem()->rect(), QRectF(1, 1, 1, 1));
+    QCOMPARE(b->rectItem()->rect(), QRectF(20, 20, 20, 20));
+}
+
+void tst_ShapeLayer::showWalkShowsEveryChangeOfAShape_data()
+{
+    QTest::addColumn<int>("change");
+    QTest::addColumn<QRectF>("shownRect");
+    QTest::addColumn<QColor>("shownPen");
+    QTest::addColumn<int>("shownWidth");
+    const QRectF same(20, 20, 10, 10);
+    QTest::newRow("new reference by SetRect") << 0 << QRectF(20, 20, 30, 5) << QColor(Qt::red) << 1;
+    QTest::newRow("body moved") << 1 << QRectF(25, 17, 10, 10) << QColor(Qt::red) << 1;
+    QTest::newRow("corner handle moved") << 2 << QRectF(12, 20, 18, 10) << QColor(Qt::red) << 1;
+    QTest::newRow("pen colour") << 3 << same << QColor(Qt::green) << 1;
+    QTest::newRow("line width") << 4 << same << QColor(Qt::red) << 3;
+    QTest::newRow("shown again after hiding") << 5 << same << QColor(Qt::red) << 1;
+    QTest::newRow("handed out by id") << 6 << QRectF(0, 0, 10, 10) << QColor(Qt::red) << 1;
+}
+
+// Every way a shape changes reaches the screen at the next walk.
+void tst_ShapeLayer::showWalkShowsEveryChangeOfAShape()
+{
+    QFETCH(int, change);
+    QFETCH(QRectF, shownRect);
+    QFETCH(QColor, shownPen);
+    QFETCH(int, shownWidth);
+    LayerScene s;
+    ODRect1* a = addRect(s.active(), 0, 0, 10, 10);
+    ODRect1* b = addRect(s.active(), 20, 20, 30, 30);
+    b->SetPenColor(Qt::red);
+    s.active()->ShowShapePath();
+    a->rectItem()->setRect(QRectF(1, 1, 1, 1));
+    switch (change) {
+    case 0: b->SetRect(20, 20, 50, 25); break;
+    case 1: b->MoveShape(QPointF(5, -3)); break;
+    case 2: b->MoveHandleTo(1, QPointF(12, 20)); break;
+    case 3: b->SetPenColor(Qt::green); break;
+    case 4: b->SetLineWidth(3.0f); break;
+    case 5:
+        b->setVisible(false);
+        s.active()->ShowShapePath();
+        QVERIFY(b->rectItem()->rect().isEmpty());
+        b->setVisible(true);
+        break;
+    default:
+        b->rectItem()->setRect(QRectF(2, 2, 2, 2));
+        QCOMPARE(s.active()->shapeById(a->GetShapeID()), static_cast<ODShape*>(a));
+        break;
+    }
+    s.active()->ShowShapePath();
+    QCOMPARE(change == 6 ? a->rectItem()->rect() : b->rectItem()->rect(), shownRect);
+    QCOMPARE(b->rectItem()->pen().color(), shownPen);
+    QCOMPARE(b->rectItem()->pen().width(), shownWidth);
+    if (change != 6)
+        QCOMPARE(a->rectItem()->rect(), QRectF(1, 1, 1, 1));
+}
+
+// The select tool's current shape is changed by the tool between walks.
+void tst_ShapeLayer::showWalkShowsTheShapeAToolKeeps()
+{
+    LayerScene s;
+    ODRect1* a = addRect(s.active(), 0, 0, 10, 10);
+    s.active()->ShowShapePath();
+    ODSelectTool* tool = ODShapeToolManage::GetODShapeToolManage()->selectTool();
+    tool->setCurrentShape(a);
+    a->rectItem()->setRect(QRectF(1, 1, 1, 1));
+    s.active()->ShowShapePath();
+    QCOMPARE(a->rectItem()->rect(), QRectF(0, 0, 10, 10));
+    tool->clearCurrentShape();
+}
+
+void tst_ShapeLayer::showWalkAfterTheWholeListWasHandedOutVisitsEveryShape()
+{
+    LayerScene s;
+    ODRect1* a = addRect(s.active(), 0, 0, 10, 10);
+    ODRect1* b = addRect(s.active(), 20, 20, 30, 30);
+    s.active()->ShowShapePath();
+    a->rectItem()->setRect(QRectF(1, 1, 1, 1));
+    b->rectItem()->setRect(QRectF(2, 2, 2, 2));
+    QCOMPARE(s.active()->shapes().size(), 2);
+    s.active()->ShowShapePath();
+    QCOMPARE(a->rectItem()->rect(), QRectF(0, 0, 10, 10));
+    QCOMPARE(b->rectItem()->rect(), QRectF(20, 20, 10, 10));
+    // Once shown, they are left alone again.
+    a->rectItem()->setRect(QRectF(1, 1, 1, 1));
+    s.active()->ShowShapePath();
+    QCOMPARE(a->rectItem()->rect(), QRectF(1, 1, 1, 1));
 }
 
 void tst_ShapeLayer::showHandlePathWorksOnSelectedShapesOnly()
