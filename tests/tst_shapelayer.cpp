@@ -65,6 +65,18 @@ public:
     QStringList calls;
 };
 
+// Two rectangles, a at (0, 0) and b at (20, 20), both 10 by 10, shown once;
+// then their items are set by hand behind the shapes' backs, a to (1, 1, 1, 1)
+// and b to (2, 2, 2, 2). A walk that visits a shape puts its geometry back.
+void showPairThenSetItemsByHand(LayerScene& s, ODRect1*& a, ODRect1*& b)
+{
+    a = addRect(s.active(), 0, 0, 10, 10);
+    b = addRect(s.active(), 20, 20, 30, 30);
+    s.active()->ShowShapePath();
+    a->rectItem()->setRect(QRectF(1, 1, 1, 1));
+    b->rectItem()->setRect(QRectF(2, 2, 2, 2));
+}
+
 } // namespace
 
 class tst_ShapeLayer : public QObject
@@ -513,11 +525,9 @@ void tst_ShapeLayer::showShapePathShowsVisibleAndHidesHiddenShapes()
 void tst_ShapeLayer::showWalkLeavesShapesThatDidNotChangeAlone()
 {
     LayerScene s;
-    ODRect1* a = addRect(s.active(), 0, 0, 10, 10);
-    ODRect1* b = addRect(s.active(), 20, 20, 30, 30);
-    s.active()->ShowShapePath();
-    a->rectItem()->setRect(QRectF(1, 1, 1, 1));
-    b->rectItem()->setRect(QRectF(2, 2, 2, 2));
+    ODRect1* a = nullptr;
+    ODRect1* b = nullptr;
+    showPairThenSetItemsByHand(s, a, b);
     b->SetRect(20, 20, 40, 40);
 
     s.active()->ShowShapePath();
@@ -596,11 +606,9 @@ void tst_ShapeLayer::showWalkShowsTheShapeAToolKeeps()
 void tst_ShapeLayer::showWalkAfterTheWholeListWasHandedOutVisitsEveryShape()
 {
     LayerScene s;
-    ODRect1* a = addRect(s.active(), 0, 0, 10, 10);
-    ODRect1* b = addRect(s.active(), 20, 20, 30, 30);
-    s.active()->ShowShapePath();
-    a->rectItem()->setRect(QRectF(1, 1, 1, 1));
-    b->rectItem()->setRect(QRectF(2, 2, 2, 2));
+    ODRect1* a = nullptr;
+    ODRect1* b = nullptr;
+    showPairThenSetItemsByHand(s, a, b);
     QCOMPARE(s.active()->shapes().size(), 2);
     s.active()->ShowShapePath();
     QCOMPARE(a->rectItem()->rect(), QRectF(0, 0, 10, 10));
