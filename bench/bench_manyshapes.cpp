@@ -330,6 +330,14 @@ struct Timer
     double total = 0;
     long iterations = 0;
     long paints = 0;
+
+    // One timed iteration that took seconds and painted paintsNow - paintsBefore times.
+    void add(double seconds, long paintsBefore, long paintsNow)
+    {
+        total += seconds;
+        paints += paintsNow - paintsBefore;
+        ++iterations;
+    }
 };
 
 void finish(benchmark::State& state, const std::string& name, const Timer& timer, bool perShape = false)
@@ -366,9 +374,7 @@ void DragHandle(benchmark::State& state, double zoom)
         host.paint();
         const double seconds = secondsSince(start);
         state.SetIterationTime(seconds);
-        timer.total += seconds;
-        timer.paints += host.counter.paints - before;
-        ++timer.iterations;
+        timer.add(seconds, before, host.counter.paints);
     }
     const bool dragged = host.selectTool()->currentShape() == host.dragged
                          && host.selectTool()->dragState() == ODSelectTool::ResizedHandle;
@@ -400,17 +406,13 @@ void timedClick(benchmark::State& state, Host& host, const QPointF& at, ClickTim
     host.paint();
     double seconds = secondsSince(start);
     state.SetIterationTime(seconds);
-    times.press.total += seconds;
-    times.press.paints += host.counter.paints - before;
-    ++times.press.iterations;
+    times.press.add(seconds, before, host.counter.paints);
     before = host.counter.paints;
     start = Clock::now();
     host.release(at);
     host.paint();
     seconds = secondsSince(start);
-    times.release.total += seconds;
-    times.release.paints += host.counter.paints - before;
-    ++times.release.iterations;
+    times.release.add(seconds, before, host.counter.paints);
 }
 
 // Clicks at `target`, each after an untimed click at `setUp`; `selectsShape`
@@ -479,9 +481,7 @@ void DrawOneMore(benchmark::State& state)
         host.paint();
         const double seconds = secondsSince(start);
         state.SetIterationTime(seconds);
-        timer.total += seconds;
-        timer.paints += host.counter.paints - before;
-        ++timer.iterations;
+        timer.add(seconds, before, host.counter.paints);
         drawn = drawn && host.layer()->shapeCount() == shapesBefore + 1;
         if (host.layer()->shapeCount() > shapesBefore)
             host.window->removeShape(host.window->getShapeIDS(KESImageWnd::LAYER_SHAPE).last());
@@ -509,11 +509,9 @@ void ClearLayer(benchmark::State& state)
         host.paint();
         const double seconds = secondsSince(start);
         state.SetIterationTime(seconds);
-        timer.total += seconds;
-        timer.paints += host.counter.paints - before;
-        ++timer.iterations;
+        timer.add(seconds, before, host.counter.paints);
     }
-    if (!host.layer()->shapeCount() == 0) {
+    if (host.layer()->shapeCount() != 0) {
         state.SkipWithError("shapes were left");
         return;
     }
@@ -535,8 +533,7 @@ void ClearShape(benchmark::State& state)
         host.layer()->clearShape();
         const double seconds = secondsSince(start);
         state.SetIterationTime(seconds);
-        timer.total += seconds;
-        ++timer.iterations;
+        timer.add(seconds, 0, 0);
     }
     host.paint();
     finish(state, "clearShape", timer, true);
@@ -567,9 +564,7 @@ void DisplayOverlays(benchmark::State& state)
         host.paint();
         const double seconds = secondsSince(start);
         state.SetIterationTime(seconds);
-        timer.total += seconds;
-        timer.paints += host.counter.paints - before;
-        ++timer.iterations;
+        timer.add(seconds, before, host.counter.paints);
     }
     if (!shown || host.layer()->shapeCount() != count) {
         state.SkipWithError("an overlay was refused");

@@ -31,10 +31,10 @@ void ODShapeLayer::addShape(ODShape* shape)
     m_shapes.append(shape);
     m_shapeById.insert(shape->GetShapeID(), shape);
     shapeScaleChanged(shape);
-    mayHaveChanged(shape);
+    shapeMayHaveChanged(shape);
 }
 
-void ODShapeLayer::mayHaveChanged(ODShape* shape) const
+void ODShapeLayer::shapeMayHaveChanged(ODShape* shape) const
 {
     if (shape && !m_allMayHaveChanged)
         m_mayHaveChanged.insert(shape);
@@ -43,14 +43,14 @@ void ODShapeLayer::mayHaveChanged(ODShape* shape) const
 ODShape* ODShapeLayer::shapeById(long id) const
 {
     ODShape* shape = m_shapeById.value(id, nullptr);
-    mayHaveChanged(shape);
+    shapeMayHaveChanged(shape);
     return shape;
 }
 
 const QVector<ODShape*>& ODShapeLayer::selectedShapes() const
 {
     for (ODShape* shape : m_selectedShapes)
-        mayHaveChanged(shape);
+        shapeMayHaveChanged(shape);
     return m_selectedShapes;
 }
 
@@ -69,7 +69,7 @@ void ODShapeLayer::shapeScaleChanged(ODShape* shape)
 
 void ODShapeLayer::addSelectedShape(ODShape* shape)
 {
-    mayHaveChanged(shape);
+    shapeMayHaveChanged(shape);
     m_selectedShapes.append(shape);
     ODShapeToolManage::GetODShapeToolManage()->setCurSelectedShape(shape);
 }
@@ -77,10 +77,8 @@ void ODShapeLayer::addSelectedShape(ODShape* shape)
 void ODShapeLayer::moveSelectedShape(QPointF delta) const
 {
     for (ODShape* shape : m_selectedShapes) {
-        if (shape) {
+        if (shape)
             shape->MoveShape(delta);
-            mayHaveChanged(shape);
-        }
     }
 }
 
@@ -241,7 +239,7 @@ ODShape* ODShapeLayer::GetShapeAtPoint(QPointF const& point)
 {
     for (ODShape* shape : m_shapes) {
         if (shape && (shape->HitTest(point, true) > 0 || shape->HitTest(point, false) > 0)) {
-            mayHaveChanged(shape);
+            shapeMayHaveChanged(shape);
             return shape;
         }
     }
@@ -256,14 +254,14 @@ QList<ODShape*> ODShapeLayer::GetShapeListAtPoint(QPointF const& point)
             continue;
         // A handle wins over every body found so far.
         if (shape->HitTest(point, true) > 0) {
-            mayHaveChanged(shape);
+            shapeMayHaveChanged(shape);
             return QList<ODShape*>{shape};
         }
         if (shape->HitTest(point, false) > 0 && !bodies.contains(shape))
             bodies.append(shape);
     }
     for (ODShape* shape : qAsConst(bodies))
-        mayHaveChanged(shape);
+        shapeMayHaveChanged(shape);
     return bodies;
 }
 

@@ -72,8 +72,9 @@ public:
     // The shape of that id in this layer, null for none; ids are never reused.
     // The caller may change it, so the next walk shows it afresh.
     ODShape* shapeById(long id) const;
-    // A shape of this layer tells its layer that it may show otherwise now.
-    void shapeMayHaveChanged(ODShape* shape) { mayHaveChanged(shape); }
+    // A shape of this layer, or the layer itself on handing a shape out, says
+    // that the shape may show otherwise now.
+    void shapeMayHaveChanged(ODShape* shape) const;
     // A shape of this layer tells its layer that its scale was set.
     void shapeScaleChanged(ODShape* shape);
     ShapeOperator* shapeOperator() const { return m_shapeOperator; }
@@ -106,6 +107,5 @@ private:
     // comment. Handing out a pointer is a const act, hence mutable.
     mutable QSet<ODShape*> m_mayHaveChanged;
     mutable bool m_allMayHaveChanged;
-    void mayHaveChanged(ODShape* shape) const;
     void showOrHide(ODShape* shape);
 };
