@@ -4,6 +4,7 @@
 #include "imagectrlscene.h"
 #include "odshape.h"
 #include "odshapetoolmanage.h"
+#include "settleditemcache.h"
 #include "shapeoperator.h"
 
 ODShapeLayer::ODShapeLayer(ImageCtrlScene* scene)
@@ -148,8 +149,10 @@ void ODShapeLayer::clearShape()
 void ODShapeLayer::clearSelectedShape()
 {
     for (ODShape* shape : m_selectedShapes) {
-        if (shape)
-            shape->HideHandle();
+        if (!shape)
+            continue;
+        m_scene->settledItems()->shapeChanged(shape);
+        shape->HideHandle();
     }
     m_selectedShapes.clear();
 }
@@ -180,8 +183,11 @@ void ODShapeLayer::Update()
     updateScene();
 }
 
+// A shape handed out may have been changed behind its back, so its items may
+// show otherwise after the visit even when it never said so.
 void ODShapeLayer::showOrHide(ODShape* shape)
 {
+    m_scene->settledItems()->shapeChanged(shape);
     if (shape->isVisible())
         shape->ShowShape();
     else
@@ -219,6 +225,7 @@ void ODShapeLayer::ShowHandlePath()
     for (ODShape* shape : m_selectedShapes) {
         if (!shape)
             continue;
+        m_scene->settledItems()->shapeChanged(shape);
         if (shape->isVisible())
             shape->ShowHandle();
         else

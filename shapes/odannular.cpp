@@ -67,8 +67,8 @@ ODAnnular::ODAnnular(QGraphicsScene* scene)
     , m_annularItem(nullptr)
     , m_searchLineItem(nullptr)
 {
-    m_annularItem = m_scene->addPath(QPainterPath());
-    m_searchLineItem = m_scene->addPath(QPainterPath());
+    m_annularItem = own(m_scene->addPath(QPainterPath()));
+    m_searchLineItem = own(m_scene->addPath(QPainterPath()));
     auto* handleItem = new QGraphicsPathItem;
     handleItem->setCursor(Qt::CrossCursor);
     adoptHandleItem(handleItem);

@@ -44,7 +44,7 @@ ODARC::ODARC(QGraphicsScene* scene)
     , m_sweepAngle(kDrawnSweepAngle)
     , m_arcItem(nullptr)
 {
-    m_arcItem = m_scene->addPath(QPainterPath());
+    m_arcItem = own(m_scene->addPath(QPainterPath()));
     adoptHandleItem(new QGraphicsPathItem);
 }
 

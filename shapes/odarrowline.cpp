@@ -22,7 +22,7 @@ ODArrowLine::ODArrowLine(QGraphicsScene* scene)
     : ODSegmentShape(scene, DM_ARROWLINE)
     , m_arrowItem(nullptr)
 {
-    m_arrowItem = m_scene->addPath(QPainterPath());
+    m_arrowItem = own(m_scene->addPath(QPainterPath()));
     adoptCrossHandleItem();
 }
 

@@ -28,7 +28,7 @@ ODCircle::ODCircle(QGraphicsScene* scene)
     , m_radius(0.0f)
     , m_ellipseItem(nullptr)
 {
-    m_ellipseItem = m_scene->addEllipse(QRectF());
+    m_ellipseItem = own(m_scene->addEllipse(QRectF()));
     adoptHandleItem(new CircleHandleItem(nullptr));
 }
 

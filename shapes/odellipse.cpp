@@ -35,7 +35,7 @@ ODEllipse::ODEllipse(QGraphicsScene* scene)
     , m_rotateAngle(0.0f)
     , m_ellipseItem(nullptr)
 {
-    m_ellipseItem = m_scene->addEllipse(QRectF());
+    m_ellipseItem = own(m_scene->addEllipse(QRectF()));
     adoptHandleItem(new Rect2HandleItem(nullptr));
 }
 

@@ -17,7 +17,7 @@ ODFreeLine::ODFreeLine(QGraphicsScene* scene, DrawMode mode)
     : ODPointListShape(scene, mode)
     , m_pathItem(nullptr)
 {
-    m_pathItem = m_scene->addPath(QPainterPath());
+    m_pathItem = own(m_scene->addPath(QPainterPath()));
     adoptPointHandleItem();
 }
 

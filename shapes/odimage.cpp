@@ -48,7 +48,7 @@ ODImage::ODImage(QGraphicsScene* scene)
 {
     // Until a picture is set the shape shows one transparent pixel.
     m_qImage->fill(Qt::transparent);
-    m_pixmapItem = m_scene->addPixmap(QPixmap::fromImage(*m_qImage));
+    m_pixmapItem = own(m_scene->addPixmap(QPixmap::fromImage(*m_qImage)));
 }
 
 ODImage::ODImage(QGraphicsScene* scene, QPointF point)

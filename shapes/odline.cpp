@@ -23,7 +23,7 @@ ODLine::ODLine(QGraphicsScene* scene)
     , m_lineItem(nullptr)
     , m_firstHit(false)
 {
-    m_lineItem = m_scene->addLine(QLineF());
+    m_lineItem = own(m_scene->addLine(QLineF()));
     adoptCrossHandleItem();
 }
 

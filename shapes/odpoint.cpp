@@ -23,7 +23,7 @@ ODPoint::ODPoint(QGraphicsScene* scene)
     , m_point(0, 0)
     , m_crossItem(nullptr)
 {
-    m_crossItem = m_scene->addPath(QPainterPath());
+    m_crossItem = own(m_scene->addPath(QPainterPath()));
     adoptHandleItem(new QGraphicsPathItem);
     UpdateHandles();
 }

@@ -15,7 +15,7 @@ ODPolygon::ODPolygon(QGraphicsScene* scene)
     , QObject(nullptr)
     , m_polygonItem(nullptr)
 {
-    m_polygonItem = m_scene->addPolygon(QPolygonF());
+    m_polygonItem = own(m_scene->addPolygon(QPolygonF()));
     adoptPointHandleItem();
 }
 

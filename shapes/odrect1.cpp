@@ -33,8 +33,8 @@ ODRect1::~ODRect1()
 
 void ODRect1::createItems()
 {
-    m_rectItem = m_scene->addRect(QRectF());
-    m_searchLineItem = m_scene->addPath(QPainterPath());
+    m_rectItem = own(m_scene->addRect(QRectF()));
+    m_searchLineItem = own(m_scene->addPath(QPainterPath()));
     adoptHandleItem(new Rect1HandleItem(nullptr));
 }
 

@@ -59,8 +59,8 @@ ODRect2::~ODRect2()
 
 void ODRect2::createItems()
 {
-    m_rectItem = m_scene->addRect(QRectF());
-    m_searchLineItem = m_scene->addPath(QPainterPath());
+    m_rectItem = own(m_scene->addRect(QRectF()));
+    m_searchLineItem = own(m_scene->addPath(QPainterPath()));
     adoptHandleItem(new Rect2HandleItem(nullptr));
 }
 

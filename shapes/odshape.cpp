@@ -4,6 +4,7 @@
 #include "ShapeLayer.h"
 #include "numericguards.h"
 #include "odshapewatcher.h"
+#include "settleditemcache.h"
 
 #include <QCursor>
 #include <QGraphicsPathItem>
@@ -27,6 +28,7 @@ ODShape::ODShape(QGraphicsScene* scene, DrawMode mode)
     , m_scale(1.0f)
     , m_handleItem(nullptr)
     , m_scene(scene)
+    , m_itemCache(SettledItemCache::of(scene))
     , m_isVisiblehandleMark(false)
     , m_shaperLayer(nullptr)
     , m_visible(true)
@@ -50,6 +52,8 @@ void ODShape::deleteItems(std::initializer_list<QGraphicsItem*> items)
     for (QGraphicsItem* item : items) {
         if (!item)
             continue;
+        if (SettledItemCache* cache = SettledItemCache::of(item->scene()))
+            cache->removeItem(item);
         if (item->scene())
             item->scene()->removeItem(item);
         delete item;
@@ -60,6 +64,15 @@ void ODShape::shownStateChanged()
 {
     if (m_shaperLayer)
         m_shaperLayer->shapeMayHaveChanged(this);
+    if (m_itemCache)
+        m_itemCache->shapeChanged(this);
+}
+
+void ODShape::ownItem(QGraphicsItem* item)
+{
+    m_items.append(item);
+    if (m_itemCache)
+        m_itemCache->addShapeItem(item);
 }
 
 void ODShape::SetOffset(float x, float y)
@@ -183,11 +196,16 @@ void ODShape::adoptHandleItem(QGraphicsPathItem* item)
 {
     item->setBrush(QBrush(Qt::blue, Qt::SolidPattern));
     m_scene->addItem(item);
-    m_handleItem = item;
+    m_handleItem = own(item);
 }
 
 void ODShape::setItemsZValue(long z, std::initializer_list<QGraphicsItem*> displayItems)
 {
+    bool restacked = m_handleItem && m_handleItem->zValue() != z;
+    for (QGraphicsItem* item : displayItems)
+        restacked = restacked || item->zValue() != z;
+    if (restacked && m_itemCache)
+        m_itemCache->stackingChanged();
     if (m_handleItem)
         m_handleItem->setZValue(z);
     for (QGraphicsItem* item : displayItems)
@@ -198,6 +216,8 @@ void ODShape::raiseHandlesAbove(qreal mainZValue)
 {
     if (!m_handleItem)
         return;
+    if (m_itemCache && m_handleItem->zValue() != mainZValue + 1.0)
+        m_itemCache->stackingChanged();
     m_handleItem->setZValue(mainZValue + 1.0);
     if (auto* item = dynamic_cast<HandleItem*>(m_handleItem))
         item->setHandleMap(m_handles);

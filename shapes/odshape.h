@@ -17,6 +17,7 @@
 class QGraphicsItem;
 class QGraphicsPathItem;
 class QGraphicsScene;
+class SettledItemCache;
 class ShaperLayer;
 
 // The base of every editable shape. A shape keeps its geometry twice: the
@@ -115,6 +116,8 @@ public:
     const QVector<double>& orgData() const { return m_orgData; }
     const QMap<int, QRectF>& handles() const { return m_handles; }
     QGraphicsPathItem* handleItem() const { return m_handleItem; }
+    // Every graphics item of the shape, in the order the shape made them.
+    const QVector<QGraphicsItem*>& graphicsItems() const { return m_items; }
 
     QGraphicsScene* getSence() const { return m_scene; }
     bool isVisiblehandleMark() const { return m_isVisiblehandleMark; }
@@ -184,6 +187,16 @@ protected:
     // Takes a handle item of the class: the handle blue brush, into the scene,
     // kept in m_handleItem and deleted by the base destructor.
     void adoptHandleItem(QGraphicsPathItem* item);
+    // Every display item a class makes passes through here as it enters the
+    // scene, so that the window knows the item's place in the stacking
+    // order and which shape it shows: m_items = scene->addPath(...) becomes
+    // m_items = own(scene->addPath(...)).
+    template <class Item>
+    Item* own(Item* item)
+    {
+        ownItem(item);
+        return item;
+    }
     // The same z value for the handle item and every display item.
     void setItemsZValue(long z, std::initializer_list<QGraphicsItem*> displayItems);
     // For the classes whose handle item paints from a map: the handle item
@@ -216,10 +229,16 @@ protected:
     QMap<int, QRectF> m_handles;
     QGraphicsPathItem* m_handleItem;
     QGraphicsScene* m_scene;
+    // The window's cache of settled items, null on any other scene.
+    SettledItemCache* m_itemCache;
+    QVector<QGraphicsItem*> m_items;
     bool m_isVisiblehandleMark;
     ShaperLayer* m_shaperLayer;
     bool m_visible;
     bool m_movable;
     bool m_selectble;
     bool m_overlay;
+
+private:
+    void ownItem(QGraphicsItem* item);
 };

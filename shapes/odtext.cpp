@@ -3,6 +3,7 @@
 #include "imagectrlscene.h"
 #include "odshape.h"
 #include "odshapewatcher.h"
+#include "settleditemcache.h"
 
 #include <QGraphicsPathItem>
 #include <QGraphicsScene>
@@ -40,6 +41,10 @@ ODText::ODText(QGraphicsScene* scene)
 {
     if (auto* imageScene = qobject_cast<ImageCtrlScene*>(scene))
         m_color = imageScene->getPenColor();
+    if (SettledItemCache* cache = SettledItemCache::of(scene)) {
+        cache->addForeignItem(m_textItem);
+        cache->addForeignItem(m_handleItem);
+    }
 
     // Every block of the item's document aligned to the top left.
     QTextCursor cursor = m_textItem->textCursor();
@@ -62,7 +67,10 @@ ODText::~ODText()
     ODShapeWatcher::notifyTextDestroyed(this);
     if (!hasItems())
         return;
+    SettledItemCache* cache = SettledItemCache::of(m_scene);
     for (QGraphicsItem* item : {static_cast<QGraphicsItem*>(m_textItem), static_cast<QGraphicsItem*>(m_handleItem)}) {
+        if (cache)
+            cache->removeItem(item);
         m_scene->removeItem(item);
         delete item;
     }
@@ -138,6 +146,8 @@ void ODText::setZValue(long z)
 {
     if (!hasItems())
         return;
+    if (SettledItemCache* cache = SettledItemCache::of(m_scene))
+        cache->stackingChanged();
     m_handleItem->setZValue(z);
     m_textItem->setZValue(z);
 }

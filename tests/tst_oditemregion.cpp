@@ -106,13 +106,15 @@ void tst_ODItemRegion::newRegionHoldsNothingAndIsVisible()
 void tst_ODItemRegion::destructionTakesTheItemOutOfTheScene()
 {
     ImageCtrlScene scene;
+    const int itemsBefore = scene.items().size();
     auto region = std::make_unique<ODItemRegion>(&scene);
     VorImage mask = Kit::rowMask({255});
     region->LoadVorRegion(&mask);
     QGraphicsItem* item = region->item();
     QVERIFY(scene.items().contains(item));
     region.reset();
-    QVERIFY(scene.items().isEmpty());
+    QVERIFY(!scene.items().contains(item));
+    QCOMPARE(scene.items().size(), itemsBefore);
 }
 
 void tst_ODItemRegion::colouringMatchesTheImageLayerRegion_data()

@@ -9,6 +9,8 @@
 #include "odshapetoolmanage.h"
 #include "odshapewatcher.h"
 #include "odtexttool.h"
+#include "odshape.h"
+#include "settleditemcache.h"
 
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
@@ -42,6 +44,7 @@ ImageCtrlScene::ImageCtrlScene(QObject* parent)
     , m_enableMoveStaticOverlay(true)
     , m_crossSize(5)
     , m_drawMode(DM_SELECT)
+    , m_settledItems(new SettledItemCache(this))
     , m_isOverlay(false)
     , m_isStaticOverlay(false)
 {
@@ -74,6 +77,22 @@ ImageCtrlScene::~ImageCtrlScene()
     m_eventThread = nullptr;
     delete m_foreLayer;
     m_foreLayer = nullptr;
+}
+
+void ImageCtrlScene::prepareSettledItems()
+{
+    QList<ODShape*> live;
+    for (ODShape* shape : ODShapeToolManage::GetODShapeToolManage()->heldShapes()) {
+        if (shape->getSence() == this)
+            live.append(shape);
+    }
+    for (ShaperLayer* layer : qAsConst(m_shaperLayers)) {
+        for (ODShape* shape : layer->selectedShapes()) {
+            if (shape)
+                live.append(shape);
+        }
+    }
+    m_settledItems->prepare(live);
 }
 
 void ImageCtrlScene::setImageCtrlView(ImageCtrlView* view)

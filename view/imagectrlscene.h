@@ -9,12 +9,15 @@
 #include <QPixmap>
 #include <QPoint>
 
+#include <memory>
+
 class EventThread;
 class ForeLayer;
 class ImageCtrlView;
 class ImageLayer;
 class ShaperLayer;
 class QTouchEvent;
+class SettledItemCache;
 
 // The scene of the window, less a container of items than a hub: it holds the
 // layers, the current scale and view size, the event relay, the settings that
@@ -89,6 +92,12 @@ public:
     void drawDisplayPixel(QPainter* painter, QPoint& start, QPoint& end, int cellWidth, int cellHeight,
                           QPoint& first);
 
+    // The items of the shapes nobody is editing, painted from pictures.
+    SettledItemCache* settledItems() const { return m_settledItems.get(); }
+    // Before the scene is painted: the shapes selected in any shape layer or
+    // kept by a tool become live, all others settle.
+    void prepareSettledItems();
+
     // TouchBegin, TouchUpdate or TouchEnd.
     static bool isTouchEvent(const QEvent* event);
     // Each touch point in turn becomes a mouse event of no button for the
@@ -136,6 +145,9 @@ private:
     QList<ShaperLayer*> m_shaperLayers;
     QPixmap m_regionBackground;
     DrawMode m_drawMode;
+    // Made before any shape and destroyed after every layer, before the base
+    // deletes the scene's items.
+    std::unique_ptr<SettledItemCache> m_settledItems;
     bool m_isOverlay;
     bool m_isStaticOverlay;
 };

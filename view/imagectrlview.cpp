@@ -449,8 +449,26 @@ void ImageCtrlView::wheelEvent(QWheelEvent* event)
     event->accept();
 }
 
+// The steps of QGraphicsView's paint before the items, for the whole
+// viewport: the viewport's fill, the view's render hints and matrix, the
+// background of the scene rectangle the viewport shows.
+void ImageCtrlView::paintBackgroundOfViewport(QPainter* painter)
+{
+    QWidget* port = viewport();
+    if (port->autoFillBackground())
+        painter->fillRect(port->rect(), port->palette().brush(port->backgroundRole()));
+    painter->save();
+    painter->setRenderHints(painter->renderHints(), false);
+    painter->setRenderHints(renderHints(), true);
+    painter->setWorldTransform(viewportTransform());
+    drawBackground(painter, mapToScene(port->rect()).boundingRect());
+    painter->restore();
+}
+
 void ImageCtrlView::paintEvent(QPaintEvent* event)
 {
+    if (m_scene)
+        m_scene->prepareSettledItems();
     QGraphicsView::paintEvent(event);
     drawDisplayPixel();
 }

@@ -35,6 +35,11 @@ public:
     explicit ImageCtrlView(QWidget* parent = nullptr);
     ~ImageCtrlView() override;
 
+    // What a paint of the whole viewport puts under the items: the viewport's
+    // own fill and the view's background, with the painter in viewport
+    // pixels on entry.
+    void paintBackgroundOfViewport(QPainter* painter);
+
     void CreateScene();
     ImageCtrlScene* GetImageCtrlScene() const;
 

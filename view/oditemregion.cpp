@@ -3,6 +3,7 @@
 #include "imagectrlscene.h"
 #include "odshape.h"
 #include "regionmask.h"
+#include "settleditemcache.h"
 
 #include "VorImage.h"
 
@@ -16,11 +17,15 @@ ODItemRegion::ODItemRegion(ImageCtrlScene* scene)
     , m_mask(nullptr)
     , m_visible(true)
 {
+    if (m_item)
+        m_scene->settledItems()->addForeignItem(m_item);
 }
 
 ODItemRegion::~ODItemRegion()
 {
     if (m_item) {
+        if (SettledItemCache* cache = SettledItemCache::of(m_item->scene()))
+            cache->removeItem(m_item);
         if (m_item->scene())
             m_item->scene()->removeItem(m_item);
         delete m_item;
@@ -55,8 +60,11 @@ void ODItemRegion::show()
 
 void ODItemRegion::setZValue(long z)
 {
-    if (m_item)
-        m_item->setZValue(qreal(z));
+    if (!m_item)
+        return;
+    if (SettledItemCache* cache = SettledItemCache::of(m_item->scene()))
+        cache->stackingChanged();
+    m_item->setZValue(qreal(z));
 }
 
 void ODItemRegion::VorRegionToQImage(VorImage* mask, uchar r, uchar g, uchar b, uchar a, QImage* target)

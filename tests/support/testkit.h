@@ -11,6 +11,7 @@
 #include "kitinput.h"
 #include "kitpictures.h"
 #include "kitpixels.h"
+#include "kitscreen.h"
 #include "kitshapes.h"
 #include "kittools.h"
 #include "kitwindow.h"

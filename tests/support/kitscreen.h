@@ -1,0 +1,77 @@
+#pragma once
+
+// The screen as the operator sees it, against the window painted with no
+// cached pictures: what a change of the painting must keep equal.
+
+#include "kitpixels.h"
+
+#include "imagectrlscene.h"
+#include "settleditemcache.h"
+
+#include <QDebug>
+#include <QGraphicsView>
+#include <QGuiApplication>
+#include <QImage>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+
+namespace Kit {
+
+// The viewport as the backing store holds it now: what is on the screen,
+// whatever earlier repaints left there.
+inline QImage onScreen(QGraphicsView* view)
+{
+    flushPaints();
+    QWidget* top = view->window();
+    const QPoint origin = view->viewport()->mapTo(top, QPoint(0, 0));
+    const QSize size = view->viewport()->size();
+    QScreen* screen = top->windowHandle()->screen();
+    return screen->grabWindow(top->winId(), origin.x(), origin.y(), size.width(), size.height())
+        .toImage()
+        .convertToFormat(QImage::Format_ARGB32);
+}
+
+// The number of pixels in which two pictures of one size differ by more than
+// kChannelTolerance in a channel, -1 for pictures of different sizes. The
+// screen and a render may convert colours on different paths, and a cached
+// picture blends translucent pixels in another order.
+inline int differingPixels(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size())
+        return -1;
+    int count = 0;
+    int most = 0;
+    QRect box;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const int difference = channelDifference(a.pixel(x, y), b.pixel(x, y));
+            if (difference > kChannelTolerance) {
+                ++count;
+                most = std::max(most, difference);
+                box |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    if (count > 0)
+        qWarning() << count << "pixels differ, by up to" << most << "within" << box;
+    return count;
+}
+
+inline SettledItemCache* settledItemsOf(QGraphicsView* view)
+{
+    return SettledItemCache::of(view->scene());
+}
+
+// The viewport painted with every item a top-level item that Qt paints
+// itself, as with no cache; the cache is on again afterwards.
+inline QImage grabViewportPaintingEveryItem(QGraphicsView* view)
+{
+    SettledItemCache* cache = settledItemsOf(view);
+    cache->setEnabled(false);
+    const QImage every = grabViewport(view);
+    cache->setEnabled(true);
+    return every;
+}
+
+} // namespace Kit
