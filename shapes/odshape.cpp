@@ -201,24 +201,24 @@ void ODShape::adoptHandleItem(QGraphicsPathItem* item)
 
 void ODShape::setItemsZValue(long z, std::initializer_list<QGraphicsItem*> displayItems)
 {
-    bool restacked = m_handleItem && m_handleItem->zValue() != z;
-    for (QGraphicsItem* item : displayItems)
-        restacked = restacked || item->zValue() != z;
-    if (restacked && m_itemCache)
-        m_itemCache->stackingChanged();
     if (m_handleItem)
-        m_handleItem->setZValue(z);
+        setItemZValue(m_handleItem, qreal(z));
     for (QGraphicsItem* item : displayItems)
-        item->setZValue(z);
+        setItemZValue(item, qreal(z));
+}
+
+void ODShape::setItemZValue(QGraphicsItem* item, qreal z)
+{
+    if (m_itemCache)
+        m_itemCache->restack(item, z);
+    item->setZValue(z);
 }
 
 void ODShape::raiseHandlesAbove(qreal mainZValue)
 {
     if (!m_handleItem)
         return;
-    if (m_itemCache && m_handleItem->zValue() != mainZValue + 1.0)
-        m_itemCache->stackingChanged();
-    m_handleItem->setZValue(mainZValue + 1.0);
+    setItemZValue(m_handleItem, mainZValue + 1.0);
     if (auto* item = dynamic_cast<HandleItem*>(m_handleItem))
         item->setHandleMap(m_handles);
 }

@@ -199,6 +199,9 @@ protected:
     }
     // The same z value for the handle item and every display item.
     void setItemsZValue(long z, std::initializer_list<QGraphicsItem*> displayItems);
+    // Every z value of a shape's item is set here, so that the window
+    // restacks the item in its cache.
+    void setItemZValue(QGraphicsItem* item, qreal z);
     // For the classes whose handle item paints from a map: the handle item
     // stands above the main display item (its z value plus 1) and gets a copy
     // of m_handles.

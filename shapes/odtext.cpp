@@ -146,8 +146,10 @@ void ODText::setZValue(long z)
 {
     if (!hasItems())
         return;
-    if (SettledItemCache* cache = SettledItemCache::of(m_scene))
-        cache->stackingChanged();
+    if (SettledItemCache* cache = SettledItemCache::of(m_scene)) {
+        cache->restack(m_handleItem, qreal(z));
+        cache->restack(m_textItem, qreal(z));
+    }
     m_handleItem->setZValue(z);
     m_textItem->setZValue(z);
 }

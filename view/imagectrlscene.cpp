@@ -419,10 +419,23 @@ void ImageCtrlScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
     emit mouseDoubleClick();
 }
 
+void ImageCtrlScene::repaintLastBackground(QPainter* painter)
+{
+    if (painter != m_backgroundPainter)
+        return;
+    painter->save();
+    painter->setWorldTransform(m_backgroundTransform);
+    drawBackground(painter, m_backgroundRect);
+    painter->restore();
+}
+
 // Steps 1 and 2 of the view's paint order (ViewPainter): the grey brush, then
 // the image layer's picture, region image and static records.
 void ImageCtrlScene::drawBackground(QPainter* painter, const QRectF& rect)
 {
+    m_backgroundPainter = painter;
+    m_backgroundTransform = painter->worldTransform();
+    m_backgroundRect = rect;
     QGraphicsScene::drawBackground(painter, rect);
     if (m_imageLayer)
         m_imageLayer->drawBackground(painter, rect);

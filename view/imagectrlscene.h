@@ -8,6 +8,8 @@
 #include <QList>
 #include <QPixmap>
 #include <QPoint>
+#include <QRectF>
+#include <QTransform>
 
 #include <memory>
 
@@ -97,6 +99,10 @@ public:
     // Before the scene is painted: the shapes selected in any shape layer or
     // kept by a tool become live, all others settle.
     void prepareSettledItems();
+    // Paints again, with painter, the background that the scene's last
+    // background paint gave painter, if it was painter's; for the cache,
+    // which paints every item over the background away from the viewport.
+    void repaintLastBackground(QPainter* painter);
 
     // TouchBegin, TouchUpdate or TouchEnd.
     static bool isTouchEvent(const QEvent* event);
@@ -148,6 +154,10 @@ private:
     // Made before any shape and destroyed after every layer, before the base
     // deletes the scene's items.
     std::unique_ptr<SettledItemCache> m_settledItems;
+    // What the last background paint was given.
+    const QPainter* m_backgroundPainter = nullptr;
+    QTransform m_backgroundTransform;
+    QRectF m_backgroundRect;
     bool m_isOverlay;
     bool m_isStaticOverlay;
 };

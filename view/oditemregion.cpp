@@ -63,7 +63,7 @@ void ODItemRegion::setZValue(long z)
     if (!m_item)
         return;
     if (SettledItemCache* cache = SettledItemCache::of(m_item->scene()))
-        cache->stackingChanged();
+        cache->restack(m_item, qreal(z));
     m_item->setZValue(qreal(z));
 }
 

@@ -8,11 +8,12 @@
 #include <QGraphicsScene>
 #include <QPainter>
 #include <QPainterPath>
-#include <QtMath>
 #include <QStyleOptionGraphicsItem>
 #include <QWidget>
+#include <QtMath>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -22,11 +23,26 @@ constexpr qreal kNoOpacity = 0.001;
 // antialiasing reaches a pixel past a cosmetic pen's geometry, and Qt itself
 // repaints two pixels around an item with antialiasing on.
 constexpr int kPaintMargin = 3;
+// Beyond this many items placed one by one, the order is sorted anew.
+constexpr int kMostSinglePlacements = 64;
+// Beyond this many changed items, or this many rectangles left behind by
+// items that left, the whole picture is rendered anew rather than patched.
+constexpr int kMostChangedItems = 4096;
+constexpr int kMostLeftRects = 256;
+// The holder and the painter.
+constexpr int kOwnItems = 2;
+
+bool stacksBefore(qreal z1, quint64 seq1, qreal z2, quint64 seq2)
+{
+    return z1 != z2 ? z1 < z2 : seq1 < seq2;
+}
 
 QRect deviceExtent(const QGraphicsItem* item, const QTransform& transform)
 {
+    if (!item->isVisible())
+        return QRect();
     const QRectF bounds = item->sceneBoundingRect();
-    if (bounds.isEmpty() && bounds.isNull())
+    if (bounds.isNull())
         return QRect();
     return transform.mapRect(bounds).toAlignedRect().adjusted(-kPaintMargin, -kPaintMargin, kPaintMargin, kPaintMargin);
 }
@@ -64,65 +80,55 @@ void initStyleOption(const QGraphicsItem* item, QStyleOptionGraphicsItem* option
 
 } // namespace
 
-// Paints one run of settled items. It is never hit: its shape is empty and it
-// takes no buttons. Its extent is that of its run's items, so that the scene
-// grows around them as it would around the items themselves.
+// Paints the window's items, above every other item. It is never hit: its
+// shape is empty and it takes no buttons. Its extent holds every registered
+// item's, so that it is asked to paint wherever an item may paint; it never
+// shrinks, as the scene's own grows only.
 class SettledItemCache::Painter : public QGraphicsItem
 {
 public:
-    Painter(SettledItemCache* cache, Run run)
+    explicit Painter(SettledItemCache* cache)
         : m_cache(cache)
-        , m_run(run)
-        , m_boundsStale(true)
     {
         setAcceptedMouseButtons(Qt::NoButton);
+        setZValue(std::numeric_limits<qreal>::max());
     }
 
-    QRectF boundingRect() const override
-    {
-        if (m_boundsStale) {
-            m_bounds = m_cache->runExtent(m_run);
-            m_boundsStale = false;
-        }
-        return m_bounds;
-    }
+    QRectF boundingRect() const override { return m_bounds; }
     QPainterPath shape() const override { return QPainterPath(); }
     void paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget* widget) override
     {
-        m_cache->paintRun(m_run, painter, widget);
+        m_cache->paintViewport(painter, widget);
     }
 
-    // The run's items may have moved: the extent is found again when next
-    // asked for, and the painter repaints.
-    void runChanged()
+    // Grows the extent to hold bounds (scene coordinates).
+    void include(const QRectF& bounds)
     {
+        const QRectF grown = m_bounds | bounds;
+        if (grown == m_bounds)
+            return;
         prepareGeometryChange();
-        m_boundsStale = true;
-        update();
+        m_bounds = grown;
     }
 
 private:
     SettledItemCache* m_cache;
-    Run m_run;
-    mutable QRectF m_bounds;
-    mutable bool m_boundsStale;
+    QRectF m_bounds;
 };
 
 SettledItemCache::SettledItemCache(QGraphicsScene* scene)
     : m_scene(scene)
     , m_holder(new Holder)
-    , m_below(new Painter(this, Run::Below))
-    , m_above(new Painter(this, Run::Above))
+    , m_painter(new Painter(this))
     , m_nextSeq(0)
-    , m_orderDirty(false)
-    , m_sliceBegin(0)
-    , m_sliceEnd(0)
-    , m_picturesRendered(0)
+    , m_holes(0)
     , m_enabled(true)
+    , m_everyItemKnown(true)
+    , m_everyItemTopLevel(false)
+    , m_picturesRendered(0)
 {
     m_scene->addItem(m_holder);
-    m_scene->addItem(m_below);
-    m_scene->addItem(m_above);
+    m_scene->addItem(m_painter);
 }
 
 SettledItemCache::~SettledItemCache() = default;
@@ -135,245 +141,332 @@ SettledItemCache* SettledItemCache::of(QGraphicsScene* scene)
 
 void SettledItemCache::addShapeItem(QGraphicsItem* item)
 {
-    m_seq.insert(item, Entry{m_nextSeq++, -1});
-    item->setParentItem(m_holder);
-    m_orderDirty = true;
-    dropPictures();
+    Entry entry;
+    entry.seq = m_nextSeq++;
+    m_entries.insert(item, entry);
+    m_unplaced.insert(item);
+    if (m_everyItemTopLevel)
+        m_topLevel.insert(item);
+    else
+        item->setParentItem(m_holder);
+    itemChanged(item);
 }
 
 void SettledItemCache::addForeignItem(QGraphicsItem* item)
 {
-    m_seq.insert(item, Entry{m_nextSeq++, -1});
+    Entry entry;
+    entry.seq = m_nextSeq++;
+    entry.foreign = true;
+    m_entries.insert(item, entry);
     m_foreign.insert(item);
-    m_orderDirty = true;
-    dropPictures();
+    m_unplaced.insert(item);
+    m_topLevel.insert(item);
+    itemChanged(item);
+}
+
+int SettledItemCache::findSlot(QGraphicsItem* item, const Entry& entry) const
+{
+    const auto place = std::lower_bound(m_order.cbegin(), m_order.cend(), entry, [](const Slot& slot, const Entry& e) {
+        return stacksBefore(slot.z, slot.seq, e.placedZ, e.seq);
+    });
+    if (place == m_order.cend() || place->item != item)
+        return -1;
+    return int(place - m_order.cbegin());
+}
+
+// The item's place becomes a hole; where it painted in the whole picture must
+// be painted afresh.
+void SettledItemCache::unplace(QGraphicsItem* item, Entry& entry)
+{
+    if (!entry.placed)
+        return;
+    const int index = findSlot(item, entry);
+    if (index >= 0) {
+        Slot& slot = m_order[index];
+        if (m_whole.valid && !slot.extent.isEmpty()) {
+            m_leftArea += slot.extent;
+            if (m_leftArea.rectCount() > kMostLeftRects)
+                m_whole.valid = false;
+        }
+        slot.item = nullptr;
+        ++m_holes;
+    }
+    entry.placed = false;
 }
 
 void SettledItemCache::removeItem(QGraphicsItem* item)
 {
-    const auto entry = m_seq.constFind(item);
-    if (entry == m_seq.cend())
+    auto entry = m_entries.find(item);
+    if (entry == m_entries.end())
         return;
-    // The order keeps a hole until it is made again, so that a paint before
-    // the next prepare() never meets a deleted item.
-    if (entry->index >= 0 && entry->index < m_order.size() && m_order[entry->index] == item)
-        m_order[entry->index] = nullptr;
-    m_seq.erase(entry);
+    unplace(item, *entry);
+    m_entries.erase(entry);
+    m_unplaced.remove(item);
     m_foreign.remove(item);
-    m_liveItems.remove(item);
-    m_slice.removeOne(item);
-    m_orderDirty = true;
-    dropPictures();
+    m_topLevel.remove(item);
+    m_changed.remove(item);
+    m_painter->update();
+}
+
+void SettledItemCache::restack(QGraphicsItem* item, qreal z)
+{
+    auto entry = m_entries.find(item);
+    if (entry == m_entries.end() || (entry->placed && entry->placedZ == z))
+        return;
+    unplace(item, *entry);
+    m_unplaced.insert(item);
+    itemChanged(item);
 }
 
 void SettledItemCache::shapeChanged(const ODShape* shape)
 {
-    if (!m_liveShapes.contains(shape))
-        dropPictures();
+    if (m_liveShapes.contains(shape))
+        return;
+    for (QGraphicsItem* item : shape->graphicsItems()) {
+        if (m_entries.contains(item))
+            itemChanged(item);
+    }
 }
 
-void SettledItemCache::stackingChanged()
+void SettledItemCache::itemChanged(QGraphicsItem* item)
 {
-    m_orderDirty = true;
-    dropPictures();
+    m_painter->update();
+    if (!m_whole.valid || m_changed.contains(item))
+        return;
+    m_changed.insert(item);
+    markSlot(item, true);
+    if (m_changed.size() > kMostChangedItems)
+        m_whole.valid = false;
 }
 
-void SettledItemCache::dropPictures()
+void SettledItemCache::markSlot(QGraphicsItem* item, bool changed)
 {
-    m_pictures.valid = false;
-    m_below->runChanged();
-    m_above->runChanged();
+    const auto entry = m_entries.constFind(item);
+    if (entry == m_entries.cend() || !entry->placed)
+        return;
+    const int index = findSlot(item, *entry);
+    if (index >= 0)
+        m_order[index].changed = changed;
+}
+
+// After a render of the whole picture only the items Qt walks may paint
+// otherwise, since they change without telling.
+void SettledItemCache::forgetChanges()
+{
+    m_changed = m_topLevel;
+    for (QGraphicsItem* item : qAsConst(m_changed))
+        markSlot(item, true);
+    m_leftArea = QRegion();
+}
+
+void SettledItemCache::setTopLevel(QGraphicsItem* item, bool topLevel)
+{
+    if (topLevel) {
+        item->setParentItem(nullptr);
+        m_topLevel.insert(item);
+    } else {
+        item->setParentItem(m_holder);
+        m_topLevel.remove(item);
+    }
+    itemChanged(item);
 }
 
 void SettledItemCache::setEnabled(bool enabled)
 {
     m_enabled = enabled;
-    dropPictures();
+    m_whole.valid = false;
+    m_painter->update();
+}
+
+// Qt stacks top-level items of one z value in the order they became
+// top-level, so every item goes under the holder first and then comes back
+// in stacking order.
+void SettledItemCache::makeEveryItemTopLevel()
+{
+    ensureOrder();
+    for (QGraphicsItem* item : qAsConst(m_topLevel))
+        item->setParentItem(m_holder);
+    for (const Slot& slot : qAsConst(m_order)) {
+        if (slot.item)
+            slot.item->setParentItem(nullptr);
+    }
+    m_topLevel.clear();
+    for (auto it = m_entries.cbegin(); it != m_entries.cend(); ++it)
+        m_topLevel.insert(it.key());
+    m_everyItemTopLevel = true;
+    m_whole.valid = false;
 }
 
 void SettledItemCache::prepare(const QList<ODShape*>& liveShapes)
 {
-    QSet<QGraphicsItem*> live = m_foreign;
-    if (!m_enabled) {
-        for (auto it = m_seq.cbegin(); it != m_seq.cend(); ++it)
-            live.insert(it.key());
-    }
     QSet<const ODShape*> shapes;
-    for (const ODShape* shape : liveShapes) {
+    for (const ODShape* shape : liveShapes)
         shapes.insert(shape);
+    m_liveShapes = shapes;
+    // An item that some other code put into the scene is unknown here and
+    // would be painted over; while there is one, Qt paints every item. The
+    // scene's linear index counts its items at no cost.
+    m_everyItemKnown = m_scene->items().size() == m_entries.size() + kOwnItems;
+    if (!isActive()) {
+        if (!m_everyItemTopLevel)
+            makeEveryItemTopLevel();
+        return;
+    }
+    m_everyItemTopLevel = false;
+    QSet<QGraphicsItem*> wanted = m_foreign;
+    for (const ODShape* shape : liveShapes) {
         for (QGraphicsItem* item : shape->graphicsItems()) {
-            if (m_seq.contains(item))
-                live.insert(item);
+            if (m_entries.contains(item))
+                wanted.insert(item);
         }
     }
-    m_liveShapes = shapes;
-    if (!m_orderDirty && live == m_liveItems)
-        return;
-    ensureOrder();
-    resplit(live);
+    if (wanted != m_topLevel) {
+        const QSet<QGraphicsItem*> current = m_topLevel;
+        for (QGraphicsItem* item : current) {
+            if (!wanted.contains(item))
+                setTopLevel(item, false);
+        }
+        for (QGraphicsItem* item : qAsConst(wanted)) {
+            if (!current.contains(item))
+                setTopLevel(item, true);
+        }
+    }
+    // The painter's extent must hold every item before the paint asks it.
+    QRectF bounds;
+    if (m_whole.valid) {
+        for (const QGraphicsItem* item : qAsConst(m_changed))
+            bounds |= item->sceneBoundingRect();
+    } else {
+        for (auto it = m_entries.cbegin(); it != m_entries.cend(); ++it)
+            bounds |= it.key()->sceneBoundingRect();
+    }
+    m_painter->include(bounds);
 }
 
 void SettledItemCache::ensureOrder()
 {
-    if (!m_orderDirty)
+    if (m_unplaced.isEmpty() && m_holes <= m_order.size() / 2)
         return;
-    struct Key
-    {
-        qreal z;
-        quint64 seq;
-        QGraphicsItem* item;
-    };
-    QVector<Key> keys;
-    keys.reserve(m_seq.size());
-    for (auto it = m_seq.cbegin(); it != m_seq.cend(); ++it)
-        keys.append(Key{it.key()->zValue(), it->seq, it.key()});
-    std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) {
-        return a.z != b.z ? a.z < b.z : a.seq < b.seq;
-    });
-    m_order.resize(keys.size());
-    for (int i = 0; i < keys.size(); ++i) {
-        m_order[i] = keys[i].item;
-        m_seq[keys[i].item].index = i;
-    }
-    m_orderDirty = false;
-}
-
-// Qt stacks top-level items of one z value in the order they became top-level,
-// so the lower painter enters first, then the slice in stacking order, then
-// the upper painter; each painter takes the z value of the slice's end it
-// stands at.
-void SettledItemCache::resplit(const QSet<QGraphicsItem*>& liveItems)
-{
-    int first = -1;
-    int last = -1;
-    if (!liveItems.isEmpty()) {
-        for (int i = 0; i < m_order.size(); ++i) {
-            if (liveItems.contains(m_order[i])) {
-                if (first < 0)
-                    first = i;
-                last = i;
-            }
+    if (m_unplaced.size() <= kMostSinglePlacements && m_holes <= m_order.size() / 2) {
+        for (QGraphicsItem* item : qAsConst(m_unplaced)) {
+            Entry& entry = m_entries[item];
+            entry.placedZ = item->zValue();
+            entry.placed = true;
+            const auto place = std::lower_bound(m_order.begin(), m_order.end(), entry, [](const Slot& slot, const Entry& e) {
+                return stacksBefore(slot.z, slot.seq, e.placedZ, e.seq);
+            });
+            m_order.insert(place, Slot{entry.placedZ, entry.seq, item, QRect(), m_changed.contains(item)});
         }
-    }
-    for (QGraphicsItem* item : qAsConst(m_slice))
-        item->setParentItem(m_holder);
-    m_slice.clear();
-
-    m_sliceBegin = first < 0 ? m_order.size() : first;
-    m_sliceEnd = first < 0 ? m_order.size() : last + 1;
-    const bool empty = m_sliceBegin == m_sliceEnd;
-
-    m_scene->removeItem(m_below);
-    m_below->setZValue(empty ? 0.0 : m_order[m_sliceBegin]->zValue());
-    m_scene->addItem(m_below);
-    for (int i = m_sliceBegin; i < m_sliceEnd; ++i) {
-        m_order[i]->setParentItem(nullptr);
-        m_slice.append(m_order[i]);
-    }
-    m_scene->removeItem(m_above);
-    m_above->setZValue(empty ? 0.0 : m_order[m_sliceEnd - 1]->zValue());
-    m_scene->addItem(m_above);
-
-    m_liveItems = liveItems;
-    dropPictures();
-}
-
-void SettledItemCache::runBounds(Run run, int& begin, int& end) const
-{
-    begin = run == Run::Below ? 0 : m_sliceEnd;
-    end = run == Run::Below ? m_sliceBegin : m_order.size();
-    end = std::min(end, int(m_order.size()));
-    begin = std::min(begin, end);
-}
-
-QRectF SettledItemCache::runExtent(Run run) const
-{
-    int begin = 0;
-    int end = 0;
-    runBounds(run, begin, end);
-    QRectF extent;
-    for (int i = begin; i < end; ++i) {
-        if (const QGraphicsItem* item = m_order[i])
-            extent |= item->sceneBoundingRect();
-    }
-    return extent;
-}
-
-// On a view's viewport the lower painter copies the below picture over the
-// whole viewport. The upper painter copies the whole picture except where the
-// slice paints now or painted then; that area it paints afresh in a scratch
-// picture of the viewport's size: the below picture, the slice, and the items
-// of the run above that reach the area. Every pixel is then what painting
-// every item in turn over the whole viewport gives. The scratch picture is
-// painted unclipped because Qt's antialiased cosmetic strokes step along a
-// line from where a clip cuts it, so a clipped line lands a few levels off.
-// Anywhere else, and with the cache off, the runs are painted item by item.
-void SettledItemCache::paintRun(Run run, QPainter* painter, QWidget* widget)
-{
-    int begin = 0;
-    int end = 0;
-    runBounds(run, begin, end);
-    auto* view = widget && painter->device() == widget ? qobject_cast<ImageCtrlView*>(widget->parentWidget()) : nullptr;
-    if (!m_enabled || !view || view->viewport() != widget) {
-        paintItems(painter, begin, end, widget);
+        m_unplaced.clear();
         return;
     }
-    ensurePictures(painter, view);
+    // Many moved: sorted anew, and the whole picture with it, since the
+    // extents it painted are kept by place.
+    m_order.clear();
+    m_order.reserve(m_entries.size());
+    for (auto it = m_entries.begin(); it != m_entries.end(); ++it) {
+        it->placedZ = it.key()->zValue();
+        it->placed = true;
+        m_order.append(Slot{it->placedZ, it->seq, it.key(), QRect(), false});
+    }
+    std::sort(m_order.begin(), m_order.end(),
+              [](const Slot& a, const Slot& b) { return stacksBefore(a.z, a.seq, b.z, b.seq); });
+    m_unplaced.clear();
+    m_holes = 0;
+    m_whole.valid = false;
+}
+
+QRegion SettledItemCache::changedArea(const QTransform& transform) const
+{
+    QRegion area = m_leftArea;
+    for (QGraphicsItem* item : qAsConst(m_changed)) {
+        const auto entry = m_entries.constFind(item);
+        if (entry == m_entries.cend())
+            continue;
+        const int index = entry->placed ? findSlot(item, *entry) : -1;
+        if (index >= 0)
+            area += m_order[index].extent;
+        area += deviceExtent(item, transform);
+    }
+    return area;
+}
+
+// On a view's viewport the whole picture is copied except where an item may
+// paint otherwise than it did then. That area is painted afresh in a scratch
+// picture of the viewport's size, unclipped: Qt's antialiased cosmetic strokes
+// step along a line from where a clip cuts it, so a clipped line lands a few
+// levels off. The scratch picture gets the background, then every item that
+// reaches the area, in stacking order, and is copied into the area.
+void SettledItemCache::paintViewport(QPainter* painter, QWidget* widget)
+{
+    if (m_everyItemTopLevel)
+        return;
+    ensureOrder();
+    auto* view = widget && painter->device() == widget ? qobject_cast<ImageCtrlView*>(widget->parentWidget()) : nullptr;
+    if (!view || view->viewport() != widget) {
+        paintDirectly(painter, widget);
+        return;
+    }
+    ensureWhole(painter, view);
     const QTransform transform = painter->worldTransform();
     const QRect all(QPoint(0, 0), widget->size());
+    const QRegion area = changedArea(transform) & all;
+
     painter->save();
     painter->resetTransform();
     painter->setOpacity(1.0);
-    if (run == Run::Below) {
-        painter->drawImage(QPointF(0.0, 0.0), m_pictures.below);
-        painter->restore();
-        return;
-    }
-    const QRect touched = (m_pictures.sliceThen + sliceExtent(transform)).boundingRect() & all;
-    painter->setClipRegion(QRegion(all) - touched, Qt::IntersectClip);
-    painter->drawImage(QPointF(0.0, 0.0), m_pictures.whole);
+    painter->setClipRegion(QRegion(all) - area, Qt::IntersectClip);
+    painter->drawImage(QPointF(0.0, 0.0), m_whole.picture);
     painter->restore();
-    if (touched.isEmpty())
+    if (area.isEmpty())
         return;
 
-    const qreal ratio = m_pictures.below.devicePixelRatio();
-    const QRectF source(QPointF(touched.topLeft()) * ratio, QSizeF(touched.size()) * ratio);
-    if (m_scratch.size() != m_pictures.below.size()) {
-        m_scratch = QImage(m_pictures.below.size(), QImage::Format_ARGB32_Premultiplied);
+    const QRect bounds = area.boundingRect();
+    const qreal ratio = m_whole.picture.devicePixelRatio();
+    if (m_scratch.size() != m_whole.picture.size()) {
+        m_scratch = QImage(m_whole.picture.size(), QImage::Format_ARGB32_Premultiplied);
         m_scratch.setDevicePixelRatio(ratio);
     }
     {
-        QPainter scratchPainter(&m_scratch);
-        scratchPainter.setCompositionMode(QPainter::CompositionMode_Source);
-        scratchPainter.drawImage(QRectF(touched), m_pictures.below, source);
-        scratchPainter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        scratchPainter.setRenderHints(painter->renderHints());
-        scratchPainter.setWorldTransform(transform);
-        paintItems(&scratchPainter, m_sliceBegin, m_sliceEnd, widget);
-        for (int i = begin; i < end; ++i) {
-            if (touched.intersects(m_pictures.aboveExtents.value(i - begin)))
-                paintItem(&scratchPainter, m_order[i], widget);
+        QPainter scratch(&m_scratch);
+        scratch.setCompositionMode(QPainter::CompositionMode_Source);
+        scratch.setClipRegion(area);
+        scratch.drawImage(QPointF(0.0, 0.0), m_whole.background);
+        scratch.setClipping(false);
+        scratch.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        scratch.setRenderHints(painter->renderHints());
+        scratch.setWorldTransform(transform);
+        for (const Slot& slot : qAsConst(m_order)) {
+            if (!slot.item)
+                continue;
+            const bool reachedThen = slot.extent.intersects(bounds) && area.intersects(slot.extent);
+            if (reachedThen || (slot.changed && area.intersects(deviceExtent(slot.item, transform))))
+                paintItem(&scratch, slot.item, widget);
         }
     }
     painter->save();
     painter->resetTransform();
     painter->setOpacity(1.0);
-    painter->setClipRect(touched, Qt::IntersectClip);
-    painter->drawImage(QRectF(touched), m_scratch, source);
+    painter->setClipRegion(area, Qt::IntersectClip);
+    painter->drawImage(QPointF(0.0, 0.0), m_scratch);
     painter->restore();
 }
 
-QRegion SettledItemCache::sliceExtent(const QTransform& transform) const
+// Away from the viewport (a render of the scene into a picture) every item is
+// painted in turn over the background Qt painted, which is painted again
+// since Qt painted the live items on it already.
+void SettledItemCache::paintDirectly(QPainter* painter, QWidget* widget)
 {
-    QRegion extent;
-    for (const QGraphicsItem* item : m_slice) {
-        if (item->isVisible())
-            extent += deviceExtent(item, transform);
+    auto* scene = qobject_cast<ImageCtrlScene*>(m_scene);
+    if (scene)
+        scene->repaintLastBackground(painter);
+    for (const Slot& slot : qAsConst(m_order)) {
+        if (slot.item)
+            paintItem(painter, slot.item, widget);
     }
-    return extent;
 }
 
-void SettledItemCache::ensurePictures(QPainter* painter, ImageCtrlView* view)
+void SettledItemCache::ensureWhole(QPainter* painter, ImageCtrlView* view)
 {
     const QWidget* port = view->viewport();
     const qreal ratio = port->devicePixelRatioF();
@@ -391,53 +484,49 @@ void SettledItemCache::ensurePictures(QPainter* painter, ImageCtrlView* view)
         QPainter backgroundPainter(&background);
         view->paintBackgroundOfViewport(&backgroundPainter);
     }
-    Pictures& p = m_pictures;
-    if (p.valid && p.viewport == port && p.transform == transform && p.size == size && p.renderHints == hints
-        && p.background == background)
+    Whole& w = m_whole;
+    if (w.valid && w.viewport == port && w.transform == transform && w.size == size && w.renderHints == hints
+        && w.background == background)
         return;
-
-    int begin = 0;
-    int end = 0;
-    p.below = background;
-    {
-        QPainter belowPainter(&p.below);
-        belowPainter.setRenderHints(painter->renderHints());
-        belowPainter.setWorldTransform(transform);
-        runBounds(Run::Below, begin, end);
-        paintItems(&belowPainter, begin, end, view->viewport());
-    }
-    p.whole = p.below;
-    p.aboveExtents.clear();
-    {
-        QPainter wholePainter(&p.whole);
-        wholePainter.setRenderHints(painter->renderHints());
-        wholePainter.setWorldTransform(transform);
-        paintItems(&wholePainter, m_sliceBegin, m_sliceEnd, view->viewport());
-        runBounds(Run::Above, begin, end);
-        paintItems(&wholePainter, begin, end, view->viewport());
-        p.aboveExtents.reserve(end - begin);
-        for (int i = begin; i < end; ++i)
-            p.aboveExtents.append(m_order[i] ? deviceExtent(m_order[i], transform) : QRect());
-    }
-    p.sliceThen = sliceExtent(transform);
-    p.background = background;
-    p.viewport = port;
-    p.transform = transform;
-    p.size = size;
-    p.renderHints = hints;
-    p.valid = true;
-    ++m_picturesRendered;
+    renderWhole(painter, view, background);
 }
 
-void SettledItemCache::paintItems(QPainter* painter, int begin, int end, QWidget* widget) const
+void SettledItemCache::renderWhole(QPainter* painter, ImageCtrlView* view, const QImage& background)
 {
-    for (int i = begin; i < end; ++i)
-        paintItem(painter, m_order[i], widget);
+    if (m_holes > 0) {
+        m_order.erase(std::remove_if(m_order.begin(), m_order.end(), [](const Slot& slot) { return !slot.item; }),
+                      m_order.end());
+        m_holes = 0;
+    }
+    const QTransform transform = painter->worldTransform();
+    Whole& w = m_whole;
+    w.picture = background;
+    QRectF bounds;
+    {
+        QPainter wholePainter(&w.picture);
+        wholePainter.setRenderHints(painter->renderHints());
+        wholePainter.setWorldTransform(transform);
+        for (Slot& slot : m_order) {
+            slot.extent = deviceExtent(slot.item, transform);
+            slot.changed = false;
+            bounds |= slot.item->sceneBoundingRect();
+            paintItem(&wholePainter, slot.item, view->viewport());
+        }
+    }
+    m_painter->include(bounds);
+    w.background = background;
+    w.viewport = view->viewport();
+    w.transform = transform;
+    w.size = background.size();
+    w.renderHints = int(painter->renderHints());
+    w.valid = true;
+    forgetChanges();
+    ++m_picturesRendered;
 }
 
 void SettledItemCache::paintItem(QPainter* painter, QGraphicsItem* item, QWidget* widget) const
 {
-    if (!item || !item->isVisible() || (item->flags() & QGraphicsItem::ItemHasNoContents))
+    if (!item->isVisible() || (item->flags() & QGraphicsItem::ItemHasNoContents))
         return;
     const qreal opacity = painter->opacity() * item->opacity();
     if (opacity < kNoOpacity)

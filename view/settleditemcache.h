@@ -20,24 +20,26 @@ class QPainter;
 class QWidget;
 
 // Keeps the items of the shapes nobody is editing out of Qt's walk over the
-// scene on every paint, hit test and hover. Qt stacks the scene's items by z
-// value, then by the order they entered the scene; every item of a shape, a
-// text or an item region is registered here as it enters, so this class knows
-// that order too. The live slice is the shortest run of it that holds every
-// item of the live shapes (selected, or kept by a tool between events) and
-// every item of a text or a region: those are ordinary top-level items, which
-// Qt paints, hits and hovers as before. Every other item is a child of a
-// holder that Qt skips whole, and two painter items paint them, one for the
-// run below the slice and one for the run above it, each from a picture of
-// its run rendered once per view transform. Painting the lower picture, the
-// slice and the upper picture gives the pixels of painting every item in turn,
-// so the pictures must be dropped whenever one of their items may show
-// otherwise: a settled shape says so through shapeChanged().
+// scene on every paint, hit test and hover, and paints the window's items from
+// one picture. Every item of a shape, a text or an item region is registered
+// here as it enters the scene, so the cache knows Qt's stacking order: z
+// value, then the order of entering. The items of live shapes (selected, or
+// kept by a tool) and of texts and regions stay ordinary top-level items, which
+// Qt hits and hovers as before; every other item is a child of a holder that
+// Qt skips whole.
+//
+// One painter item above all others paints the viewport: the whole picture,
+// rendered once per view transform over the view's background with every
+// item, except in the area where an item may paint otherwise than it did
+// then. That area it paints afresh: the background, then every item that
+// reaches the area, in stacking order. The pixels are those of painting every
+// item in turn. An item may paint otherwise when it is live, was added,
+// removed or restacked, or its shape said so through shapeChanged().
 class KESIMAGEWND_TESTS_EXPORT SettledItemCache
 {
 public:
     explicit SettledItemCache(QGraphicsScene* scene);
-    // Leaves the holder, the painters and every item to the scene, which
+    // Leaves the holder, the painter and every item to the scene, which
     // deletes them.
     ~SettledItemCache();
 
@@ -50,104 +52,108 @@ public:
     // A shape's item that has just entered the scene: it is stacked after
     // every item registered before it, and settles.
     void addShapeItem(QGraphicsItem* item);
-    // A text's or a region's item that has just entered the scene: it is
-    // stacked like a shape's item and always stays live, since those change
-    // without telling anyone.
+    // A text's or a region's item that has just entered the scene: stacked
+    // like a shape's item, it always stays live, since those change without
+    // telling anyone.
     void addForeignItem(QGraphicsItem* item);
     // An item about to leave the scene.
     void removeItem(QGraphicsItem* item);
+    // Called just before item's z value becomes z.
+    void restack(QGraphicsItem* item, qreal z);
     // The items of shape may show otherwise now.
     void shapeChanged(const ODShape* shape);
-    // A registered item's z value changed, or is about to.
-    void stackingChanged();
 
-    // Before anything paints the scene: the live slice is made to hold the
-    // items of live shapes, and the order is brought up to date. Cheap when
-    // neither changed since the last call.
+    // Before the view paints: the items of liveShapes become top-level items,
+    // the items of shapes that are no longer live settle. Costs the number of
+    // items whose state changes.
     void prepare(const QList<ODShape*>& liveShapes);
 
-    // Disabled, every registered item is an ordinary top-level item that Qt
-    // paints itself, as if there were no cache: the form the pictures must
-    // equal. Takes effect at the next prepare().
+    // Disabled, every registered item is a top-level item that Qt paints
+    // itself in stacking order, as if there were no cache: the form the
+    // cached painting must equal. Takes effect at the next prepare(). The
+    // cache also stands aside while the scene holds an item it does not know.
     void setEnabled(bool enabled);
     bool isEnabled() const { return m_enabled; }
+    // Enabled, and every item of the scene is registered.
+    bool isActive() const { return m_enabled && m_everyItemKnown; }
 
-    // Items registered, and how many of them Qt walks on a paint now.
-    int itemCount() const { return m_seq.size(); }
-    int liveItemCount() const { return m_slice.size(); }
-    // How often a run's picture was rendered since the cache was made.
+    // Items registered, and how many of them Qt walks now.
+    int itemCount() const { return m_entries.size(); }
+    int liveItemCount() const { return m_topLevel.size(); }
+    // How often the whole picture was rendered since the cache was made.
     int picturesRendered() const { return m_picturesRendered; }
-
-    // Used by the painters: paints the run below (or above) the live slice
-    // with the painter's current transform, from the picture when painting a
-    // view's viewport.
-    enum class Run { Below, Above };
-    void paintRun(Run run, QPainter* painter, QWidget* widget);
 
 private:
     class Painter;
     struct Entry
     {
-        quint64 seq;  // order of entering the scene
-        int index;    // place in m_order, -1 before the first ordering
+        quint64 seq = 0;      // order of entering the scene
+        qreal placedZ = 0.0;  // the z value of its place in m_order
+        bool placed = false;  // whether it has a place in m_order
+        bool foreign = false; // a text's or a region's item
     };
-    // The pictures of one viewport at one view transform, in device pixels,
-    // every one opaque: they are painted as the view paints, over the
-    // viewport's background, so that copying one gives exactly the pixels
-    // that painting its items in turn would.
-    struct Pictures
+    // A place in the stacking order; item is null once the item has left.
+    struct Slot
+    {
+        qreal z;
+        quint64 seq;
+        QGraphicsItem* item;
+        QRect extent;         // device pixels it painted in the whole picture
+        bool changed = false; // a member of m_changed
+    };
+
+    void paintViewport(QPainter* painter, QWidget* widget);
+    void paintDirectly(QPainter* painter, QWidget* widget);
+    // The whole picture for a paint of view's viewport with painter's
+    // transform, rendered again when it no longer fits.
+    void ensureWhole(QPainter* painter, ImageCtrlView* view);
+    void renderWhole(QPainter* painter, ImageCtrlView* view, const QImage& background);
+    // Gives every unplaced item its place; sorts anew when many moved.
+    void ensureOrder();
+    int findSlot(QGraphicsItem* item, const Entry& entry) const;
+    void unplace(QGraphicsItem* item, Entry& entry);
+    // The item may paint otherwise than in the whole picture from now on.
+    void itemChanged(QGraphicsItem* item);
+    void forgetChanges();
+    void markSlot(QGraphicsItem* item, bool changed);
+    void setTopLevel(QGraphicsItem* item, bool topLevel);
+    void makeEveryItemTopLevel();
+    QRegion changedArea(const QTransform& transform) const;
+    void paintItem(QPainter* painter, QGraphicsItem* item, QWidget* widget) const;
+
+    QGraphicsScene* m_scene;
+    QGraphicsItem* m_holder;
+    Painter* m_painter;
+    QHash<QGraphicsItem*, Entry> m_entries;
+    quint64 m_nextSeq;
+    // Every placed item in stacking order, with holes where items left.
+    QVector<Slot> m_order;
+    int m_holes;
+    QSet<QGraphicsItem*> m_unplaced;
+    QSet<QGraphicsItem*> m_foreign;
+    // The registered items Qt walks: live and foreign ones.
+    QSet<QGraphicsItem*> m_topLevel;
+    QSet<const ODShape*> m_liveShapes;
+    bool m_enabled;
+    bool m_everyItemKnown;
+    bool m_everyItemTopLevel;
+
+    // The whole picture and what it was rendered for.
+    struct Whole
     {
         const QWidget* viewport = nullptr;
         QTransform transform;
         QSize size;
         int renderHints = 0;
         bool valid = false;
-        // The viewport's fill and the view's background.
         QImage background;
-        // The background, then the run below the slice.
-        QImage below;
-        // The below picture, then the slice as it was then, then the run above.
-        QImage whole;
-        // Where the slice painted in whole, and where each item of the run
-        // above paints, with a margin for antialiasing.
-        QRegion sliceThen;
-        QVector<QRect> aboveExtents;
-    };
-
-    void dropPictures();
-    void ensureOrder();
-    void resplit(const QSet<QGraphicsItem*>& liveItems);
-    void paintItems(QPainter* painter, int begin, int end, QWidget* widget) const;
-    void paintItem(QPainter* painter, QGraphicsItem* item, QWidget* widget) const;
-    // The pictures for a paint of view's viewport with painter's transform,
-    // rendered again when anything they show may differ.
-    void ensurePictures(QPainter* painter, ImageCtrlView* view);
-    QRegion sliceExtent(const QTransform& transform) const;
-    void runBounds(Run run, int& begin, int& end) const;
-    QRectF runExtent(Run run) const;
-
-    QGraphicsScene* m_scene;
-    QGraphicsItem* m_holder;
-    Painter* m_below;
-    Painter* m_above;
-    // The order of entering the scene of every registered item, and which of
-    // them are foreign (texts and regions).
-    QHash<QGraphicsItem*, Entry> m_seq;
-    QSet<QGraphicsItem*> m_foreign;
-    quint64 m_nextSeq;
-    // Every registered item in stacking order, valid while !m_orderDirty.
-    QVector<QGraphicsItem*> m_order;
-    bool m_orderDirty;
-    // The top-level items: m_order[m_sliceBegin, m_sliceEnd).
-    QVector<QGraphicsItem*> m_slice;
-    int m_sliceBegin;
-    int m_sliceEnd;
-    // The live shapes the slice was made for.
-    QSet<QGraphicsItem*> m_liveItems;
-    QSet<const ODShape*> m_liveShapes;
-    Pictures m_pictures;
-    // Where the upper painter repaints the slice's area, kept between paints.
+        QImage picture;
+    } m_whole;
+    // Items that may paint otherwise than in the whole picture, and the area
+    // where items that have left painted in it.
+    QSet<QGraphicsItem*> m_changed;
+    QRegion m_leftArea;
+    // Where the changed area is painted afresh, kept between paints.
     QImage m_scratch;
     int m_picturesRendered;
-    bool m_enabled;
 };
