@@ -1,0 +1,165 @@
+// The window paints shapes nobody is editing from a cached picture and keeps
+// their items out of Qt's walk. What the operator sees must stay what Qt
+// gives when it paints every item itself, whatever the host does to the
+// shapes; a change of selection must not render the picture again; and an
+// item the window does not know must still be seen.
+
+#include "testkit.h"
+
+#include "kitshapedata.h"
+
+#include <QGraphicsRectItem>
+
+using Kit::differingPixels;
+using Kit::onScreen;
+
+namespace {
+
+QImage stripedPicture()
+{
+    QImage picture(400, 300, QImage::Format_RGB32);
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            picture.setPixel(x, y, qRgb((x * 7) % 256, (y * 5) % 256, 120));
+    return picture;
+}
+
+// Rectangles in a grid, each overlapping its neighbours, with a translucent
+// brush so that the order of painting shows.
+QVector<long> showGrid(EmbeddedWindow& w, int columns, int rows)
+{
+    QVector<long> ids;
+    w.wnd->setBrush(0, 0, 255, 70);
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            w.wnd->setPen(uchar(40 * column), uchar(255 - 30 * row), 0, ulong(1 + (row + column) % 3));
+            const double x = 40 + column * 30;
+            const double y = 40 + row * 25;
+            VorROI roi = Kit::makeROI(VorROI::ROI_RECT1, {x, y, x + 45, y + 38});
+            ids.append(w.wnd->displayROI(roi));
+        }
+    }
+    return ids;
+}
+
+} // namespace
+
+class tst_SettledItemCache : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void settledShapesLeaveQtsWalkAndSelectedOnesJoinIt();
+    void selectingAnotherShapeKeepsTheWholePicture();
+    void hostChangesToSettledShapesAreSeen_data();
+    void hostChangesToSettledShapesAreSeen();
+    void anItemTheWindowDoesNotKnowIsPaintedInItsPlace();
+};
+
+void tst_SettledItemCache::settledShapesLeaveQtsWalkAndSelectedOnesJoinIt()
+{
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
+    const QVector<long> ids = showGrid(w, 4, 3);
+    Kit::flushPaints();
+    const SettledItemCache* cache = Kit::settledItemsOf(w.view());
+    // A rectangle owns its frame, its search line and its handle item.
+    QCOMPARE(cache->itemCount(), 12 * 3);
+    QCOMPARE(cache->liveItemCount(), 0);
+    w.window()->selectShape(ids.at(5));
+    Kit::flushPaints();
+    QCOMPARE(cache->liveItemCount(), 3);
+    QCOMPARE(differingPixels(onScreen(w.view()), Kit::grabViewportPaintingEveryItem(w.view())), 0);
+}
+
+void tst_SettledItemCache::selectingAnotherShapeKeepsTheWholePicture()
+{
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
+    const QVector<long> ids = showGrid(w, 4, 3);
+    w.showAt(1.5, QPointF(110, 80));
+    Kit::flushPaints();
+    const SettledItemCache* cache = Kit::settledItemsOf(w.view());
+    QVERIFY(cache->picturesRendered() > 0);
+    for (int index : {2, 7, 0, 11}) {
+        Kit::flushPaints();
+        const int rendered = cache->picturesRendered();
+        w.window()->selectShape(ids.at(index));
+        Kit::flushPaints();
+        QCOMPARE(cache->picturesRendered(), rendered);
+        QCOMPARE(cache->liveItemCount(), 3);
+        QCOMPARE(differingPixels(onScreen(w.view()), Kit::grabViewportPaintingEveryItem(w.view())), 0);
+    }
+}
+
+void tst_SettledItemCache::hostChangesToSettledShapesAreSeen_data()
+{
+    QTest::addColumn<QString>("change");
+    for (const char* change : {"hidden", "removed", "one more shown", "pen changed by id", "layer cleared"})
+        QTest::newRow(change) << QString(change);
+}
+
+void tst_SettledItemCache::hostChangesToSettledShapesAreSeen()
+{
+    QFETCH(QString, change);
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
+    const QVector<long> ids = showGrid(w, 4, 3);
+    w.showAt(1.25, QPointF(110, 80));
+    const QImage before = onScreen(w.view());
+    const long id = ids.at(6);
+    if (change == "hidden") {
+        QCOMPARE(w.wnd->visibleShape(id, false), 0L);
+    } else if (change == "removed") {
+        QCOMPARE(w.wnd->removeShape(id), 0L);
+    } else if (change == "one more shown") {
+        w.wnd->setPen(255, 255, 255, 3);
+        VorROI roi = Kit::makeROI(VorROI::ROI_CIRCLE, {100, 80, 30});
+        QVERIFY(w.wnd->displayROI(roi) >= 0);
+    } else if (change == "pen changed by id") {
+        ODShape* shape = w.scene()->GetActiveLayer()->shapeById(id);
+        QVERIFY(shape);
+        shape->SetPenColor(Qt::white);
+        w.scene()->GetActiveLayer()->Show(false);
+    } else {
+        QCOMPARE(w.wnd->clearLayer(KESImageWnd::LAYER_SHAPE), 0L);
+    }
+    const QImage after = onScreen(w.view());
+    QVERIFY2(differingPixels(after, before) > 0, "the change was not seen");
+    QCOMPARE(differingPixels(after, Kit::grabViewportPaintingEveryItem(w.view())), 0);
+}
+
+void tst_SettledItemCache::anItemTheWindowDoesNotKnowIsPaintedInItsPlace()
+{
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
+    showGrid(w, 4, 3);
+    Kit::flushPaints();
+    const SettledItemCache* cache = Kit::settledItemsOf(w.view());
+    QCOMPARE(cache->liveItemCount(), 0);
+
+    auto* stranger = new QGraphicsRectItem(60, 50, 40, 30);
+    stranger->setBrush(QColor(255, 255, 0));
+    stranger->setPen(Qt::NoPen);
+    stranger->setZValue(1.5);
+    w.scene()->addItem(stranger);
+    const QImage shown = onScreen(w.view());
+    QCOMPARE(cache->liveItemCount(), cache->itemCount());
+    QCOMPARE(differingPixels(shown, Kit::grabViewportPaintingEveryItem(w.view())), 0);
+    // Above the first rectangle (z 1) and under the second (z 2).
+    const QPoint inside = w.view()->mapFromScene(QPointF(62, 52));
+    QCOMPARE(shown.pixel(inside), qRgb(255, 255, 0));
+
+    w.scene()->removeItem(stranger);
+    delete stranger;
+    Kit::flushPaints();
+    QCOMPARE(cache->liveItemCount(), 0);
+    QCOMPARE(differingPixels(onScreen(w.view()), Kit::grabViewportPaintingEveryItem(w.view())), 0);
+}
+
+QTEST_MAIN(tst_SettledItemCache)
+#include "tst_settleditemcache.moc"
