@@ -37,6 +37,8 @@ void ODShapeLayer::addShape(ODShape* shape)
 
 void ODShapeLayer::shapeMayHaveChanged(ODShape* shape) const
 {
+    if (shape)
+        shape->hitReachMayHaveChanged();
     if (shape && !m_allMayHaveChanged)
         m_mayHaveChanged.insert(shape);
 }
@@ -57,6 +59,10 @@ const QVector<ODShape*>& ODShapeLayer::selectedShapes() const
 
 const QVector<ODShape*>& ODShapeLayer::shapes() const
 {
+    for (ODShape* shape : m_shapes) {
+        if (shape)
+            shape->hitReachMayHaveChanged();
+    }
     m_allMayHaveChanged = true;
     m_mayHaveChanged.clear();
     return m_shapes;
@@ -187,6 +193,7 @@ void ODShapeLayer::Update()
 // show otherwise after the visit even when it never said so.
 void ODShapeLayer::showOrHide(ODShape* shape)
 {
+    shape->hitReachMayHaveChanged();
     m_scene->settledItems()->shapeChanged(shape);
     if (shape->isVisible())
         shape->ShowShape();
@@ -242,10 +249,27 @@ void ODShapeLayer::Show(bool withHandles)
     updateScene();
 }
 
+// A shape whose reach misses the point cannot be hit, so skipping it keeps
+// the walk's answer; the shapes the tools keep may have changed unseen.
+bool ODShapeLayer::mayHit(ODShape* shape, const QPointF& point) const
+{
+    if (!m_skipByReach)
+        return true;
+    const QRectF reach = shape->cachedHitReach().adjusted(-kReachMargin, -kReachMargin, kReachMargin, kReachMargin);
+    return reach.contains(point);
+}
+
+void ODShapeLayer::heldShapesMayHaveMoved() const
+{
+    for (ODShape* shape : ODShapeToolManage::GetODShapeToolManage()->heldShapes())
+        shape->hitReachMayHaveChanged();
+}
+
 ODShape* ODShapeLayer::GetShapeAtPoint(QPointF const& point)
 {
+    heldShapesMayHaveMoved();
     for (ODShape* shape : m_shapes) {
-        if (shape && (shape->HitTest(point, true) > 0 || shape->HitTest(point, false) > 0)) {
+        if (shape && mayHit(shape, point) && (shape->HitTest(point, true) > 0 || shape->HitTest(point, false) > 0)) {
             shapeMayHaveChanged(shape);
             return shape;
         }
@@ -255,9 +279,10 @@ ODShape* ODShapeLayer::GetShapeAtPoint(QPointF const& point)
 
 QList<ODShape*> ODShapeLayer::GetShapeListAtPoint(QPointF const& point)
 {
+    heldShapesMayHaveMoved();
     QList<ODShape*> bodies;
     for (ODShape* shape : m_shapes) {
-        if (!shape || !shape->isVisible())
+        if (!shape || !shape->isVisible() || !mayHit(shape, point))
             continue;
         // A handle wins over every body found so far.
         if (shape->HitTest(point, true) > 0) {

@@ -56,6 +56,8 @@ public:
     virtual void Show(bool withHandles);
     virtual void ShowHandlePath();
     virtual void ShowShapePath();
+    // Both walk the shapes in order, skipping those whose hit reach misses
+    // the point.
     virtual ODShape* GetShapeAtPoint(QPointF const& point);
     virtual QList<ODShape*> GetShapeListAtPoint(QPointF const& point);
 
@@ -78,6 +80,8 @@ public:
     // A shape of this layer tells its layer that its scale was set.
     void shapeScaleChanged(ODShape* shape);
     ShapeOperator* shapeOperator() const { return m_shapeOperator; }
+    // Off, the hit walks test every shape: the form the skipping must equal.
+    void setHitReachUsed(bool used) { m_skipByReach = used; }
 
     // Every shape; the caller may change any, so the next walk shows all.
     const QVector<ODShape*>& shapes() const;
@@ -108,4 +112,10 @@ private:
     mutable QSet<ODShape*> m_mayHaveChanged;
     mutable bool m_allMayHaveChanged;
     void showOrHide(ODShape* shape);
+    bool mayHit(ODShape* shape, const QPointF& point) const;
+    void heldShapesMayHaveMoved() const;
+    // Scene units around a reach that still count: a rectangle of no width
+    // contains no point.
+    static constexpr qreal kReachMargin = 1.0;
+    bool m_skipByReach = true;
 };

@@ -74,6 +74,13 @@ void ODArrowLine::HideShape()
     m_arrowItem->setPath(QPainterPath());
 }
 
+// The body test strokes the line between the ends with a wide pen.
+QRectF ODArrowLine::hitReach() const
+{
+    const QRectF line = QRectF(m_startPoint, m_endPoint).normalized();
+    return ODShape::hitReach() | line.adjusted(-kBodyStrokeWidth, -kBodyStrokeWidth, kBodyStrokeWidth, kBodyStrokeWidth);
+}
+
 int ODArrowLine::HitTest(QPointF point, bool handles)
 {
     if (handles) {

@@ -23,6 +23,7 @@ public:
     void ShowShape() override;
     void HideShape() override;
     int HitTest(QPointF point, bool handles) override;
+    QRectF hitReach() const override;
 
     void setZValue(long z);
 

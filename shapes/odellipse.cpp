@@ -8,6 +8,7 @@
 #include <QGraphicsScene>
 #include <QPainterPath>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -107,6 +108,18 @@ void ODEllipse::ShowHandle()
                                                    RotatePoint(BoxHandles::stemPoint(r, stemX, BoxHandles::kStemFar, s))));
     raiseHandlesAbove(m_ellipseItem->zValue());
     rect2HandleItem()->setRotateAngle(-m_rotateAngle);
+}
+
+// The body test turns the point about the centre into the item's unturned
+// rectangle, so it reaches no farther from the centre than that rectangle's
+// farthest corner.
+QRectF ODEllipse::hitReach() const
+{
+    qreal farthest = 0.0;
+    const QRectF rect = m_ellipseItem->boundingRect();
+    for (const QPointF& corner : {rect.topLeft(), rect.topRight(), rect.bottomLeft(), rect.bottomRight()})
+        farthest = std::max(farthest, std::hypot(corner.x() - m_center.x(), corner.y() - m_center.y()));
+    return ODShape::hitReach() | QRectF(m_center.x() - farthest, m_center.y() - farthest, 2 * farthest, 2 * farthest);
 }
 
 int ODEllipse::HitTest(QPointF point, bool handles)

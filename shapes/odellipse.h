@@ -26,6 +26,7 @@ public:
     void HideShape() override;
     void ShowHandle() override;
     int HitTest(QPointF point, bool handles) override;
+    QRectF hitReach() const override;
     void MoveHandleTo(int number, const QPointF& pos) override;
     void MoveShape(const QPointF& delta) override;
     void UpdateOrgData(int number) override;

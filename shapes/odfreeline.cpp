@@ -75,10 +75,18 @@ void ODFreeLine::UpdateHandles()
 {
     // Without points there is no end to put a handle on.
     if (m_points.isEmpty()) {
+        hitReachMayHaveChanged();
         m_handles.clear();
         return;
     }
     setHandles({m_points.first(), m_points.last()});
+}
+
+// The body test strokes the line through the points with a wide pen.
+QRectF ODFreeLine::hitReach() const
+{
+    const QRectF line = linePath(false).controlPointRect();
+    return ODShape::hitReach() | line.adjusted(-kBodyStrokeWidth, -kBodyStrokeWidth, kBodyStrokeWidth, kBodyStrokeWidth);
 }
 
 int ODFreeLine::HitTest(QPointF point, bool handles)

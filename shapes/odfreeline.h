@@ -23,6 +23,7 @@ public:
     void UpdateHandles() override;
     void HideShape() override;
     int HitTest(QPointF point, bool handles) override;
+    QRectF hitReach() const override;
     void MoveHandleTo(int number, const QPointF& pos) override;
     void MoveShape(const QPointF& delta) override;
     void UpdateOrgData(int number) override;

@@ -52,6 +52,13 @@ void ODLine::HideShape()
     m_lineItem->setLine(QLineF());
 }
 
+// The body test measures the distance to the line between the whole-pixel ends.
+QRectF ODLine::hitReach() const
+{
+    const QRectF line = QRectF(QPointF(WholePixel(m_startPoint)), QPointF(WholePixel(m_endPoint))).normalized();
+    return ODShape::hitReach() | line.adjusted(-kBodyTolerance, -kBodyTolerance, kBodyTolerance, kBodyTolerance);
+}
+
 int ODLine::HitTest(QPointF point, bool handles)
 {
     if (!handles)

@@ -66,6 +66,12 @@ void ODPoint::HideShape()
     m_crossItem->setPath(QPainterPath());
 }
 
+// The test makes the handle anew around the point at the shape's scale.
+QRectF ODPoint::hitReach() const
+{
+    return ODShape::hitReach() | MakeElpHandle(m_point);
+}
+
 int ODPoint::HitTest(QPointF point, bool)
 {
     // The body and the handle are one test: the handle rectangle, made anew.

@@ -62,6 +62,7 @@ void ODShape::deleteItems(std::initializer_list<QGraphicsItem*> items)
 
 void ODShape::shownStateChanged()
 {
+    m_hitReachStale = true;
     if (m_shaperLayer)
         m_shaperLayer->shapeMayHaveChanged(this);
     if (m_itemCache)
@@ -91,6 +92,7 @@ void ODShape::GetOffset(float& x, float& y) const
 void ODShape::SetScale(float scale)
 {
     m_scale = scale;
+    m_hitReachStale = true;
     if (m_shaperLayer)
         m_shaperLayer->shapeScaleChanged(this);
 }
@@ -120,6 +122,7 @@ void ODShape::beginShowHandle()
 
 void ODShape::setHandles(const QVector<QPointF>& points)
 {
+    m_hitReachStale = true;
     m_handles.clear();
     for (int key = 0; key < points.size(); ++key)
         m_handles.insert(key, MakeElpHandle(points[key]));
@@ -130,6 +133,25 @@ void ODShape::HideHandle()
     m_isVisiblehandleMark = false;
     if (m_handleItem)
         m_handleItem->setPath(QPainterPath());
+}
+
+QRectF ODShape::hitReach() const
+{
+    QRectF reach;
+    for (const QGraphicsItem* item : m_items)
+        reach |= item->boundingRect() | item->sceneBoundingRect();
+    for (const QRectF& handle : m_handles)
+        reach |= handle;
+    return reach;
+}
+
+QRectF ODShape::cachedHitReach() const
+{
+    if (m_hitReachStale) {
+        m_hitReach = hitReach();
+        m_hitReachStale = false;
+    }
+    return m_hitReach;
 }
 
 int ODShape::HitTest(QPointF, bool)

@@ -74,6 +74,15 @@ public:
     // (key + 1) of the first handle that contains the point, else 0. The base
     // finds nothing.
     virtual int HitTest(QPointF point, bool handles);
+    // Every scene point where HitTest, with or without handles, may find the
+    // shape lies inside. The base unites the bounding rectangles of the items,
+    // in scene and in item coordinates (some classes hand a scene point to an
+    // item unmapped), and the handles. A class whose HitTest reads its own
+    // geometry rather than its items also unites the reach of that test.
+    virtual QRectF hitReach() const;
+    // hitReach(), computed again after anything that may move it.
+    QRectF cachedHitReach() const;
+    void hitReachMayHaveChanged() { m_hitReachStale = true; }
     // Moves handle number (key + 1) to pos (scene coordinates) in the current
     // geometry, then calls UpdateOrgData(number), also for a number outside the
     // class's range, which moves nothing.
@@ -244,4 +253,7 @@ protected:
 
 private:
     void ownItem(QGraphicsItem* item);
+
+    mutable QRectF m_hitReach;
+    mutable bool m_hitReachStale = true;
 };
