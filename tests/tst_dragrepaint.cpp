@@ -91,6 +91,7 @@ void tst_DragRepaint::init()
 
 void tst_DragRepaint::showCrowd(EmbeddedWindow& w, double zoom)
 {
+    Kit::cacheEveryItem(w.view());
     QCOMPARE(w.showPicture(gradientPicture(), 1.0), 0L);
     for (const Dressed& d : crowd()) {
         w.wnd->setPen(uchar(d.pen.red()), uchar(d.pen.green()), uchar(d.pen.blue()), ulong(d.width));
@@ -196,6 +197,7 @@ void tst_DragRepaint::dragRepaintsTheDraggedShapeOnScreen()
 {
     EmbeddedWindow w(QSize(640, 480));
     QVERIFY(w.exposed);
+    Kit::cacheEveryItem(w.view());
     QCOMPARE(w.showPicture(gradientPicture(), 1.0), 0L);
     w.wnd->setPen(255, 0, 0, 1);
     VorROI roi = Kit::makeROI(VorROI::ROI_RECT1, {100, 100, 200, 180});

@@ -54,12 +54,14 @@ private slots:
     void hostChangesToSettledShapesAreSeen_data();
     void hostChangesToSettledShapesAreSeen();
     void anItemTheWindowDoesNotKnowIsPaintedInItsPlace();
+    void aWindowWithFewItemsLeavesEveryItemToQt();
 };
 
 void tst_SettledItemCache::settledShapesLeaveQtsWalkAndSelectedOnesJoinIt()
 {
     EmbeddedWindow w;
     QVERIFY(w.exposed);
+    Kit::cacheEveryItem(w.view());
     QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
     const QVector<long> ids = showGrid(w, 4, 3);
     Kit::flushPaints();
@@ -77,6 +79,7 @@ void tst_SettledItemCache::selectingAnotherShapeKeepsTheWholePicture()
 {
     EmbeddedWindow w;
     QVERIFY(w.exposed);
+    Kit::cacheEveryItem(w.view());
     QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
     const QVector<long> ids = showGrid(w, 4, 3);
     w.showAt(1.5, QPointF(110, 80));
@@ -106,6 +109,7 @@ void tst_SettledItemCache::hostChangesToSettledShapesAreSeen()
     QFETCH(QString, change);
     EmbeddedWindow w;
     QVERIFY(w.exposed);
+    Kit::cacheEveryItem(w.view());
     QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
     const QVector<long> ids = showGrid(w, 4, 3);
     w.showAt(1.25, QPointF(110, 80));
@@ -136,6 +140,7 @@ void tst_SettledItemCache::anItemTheWindowDoesNotKnowIsPaintedInItsPlace()
 {
     EmbeddedWindow w;
     QVERIFY(w.exposed);
+    Kit::cacheEveryItem(w.view());
     QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
     showGrid(w, 4, 3);
     Kit::flushPaints();
@@ -158,6 +163,26 @@ void tst_SettledItemCache::anItemTheWindowDoesNotKnowIsPaintedInItsPlace()
     delete stranger;
     Kit::flushPaints();
     QCOMPARE(cache->liveItemCount(), 0);
+    QCOMPARE(differingPixels(onScreen(w.view()), Kit::grabViewportPaintingEveryItem(w.view())), 0);
+}
+
+void tst_SettledItemCache::aWindowWithFewItemsLeavesEveryItemToQt()
+{
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    QCOMPARE(w.showPicture(stripedPicture(), 1.0), 0L);
+    showGrid(w, 4, 3);
+    Kit::flushPaints();
+    const SettledItemCache* cache = Kit::settledItemsOf(w.view());
+    QCOMPARE(cache->itemCount(), 36);
+    QVERIFY(cache->itemCount() < SettledItemCache::kDefaultMinimumItemCount);
+    QCOMPARE(cache->liveItemCount(), cache->itemCount());
+    QCOMPARE(cache->picturesRendered(), 0);
+    // Past the minimum the same window settles its shapes.
+    Kit::settledItemsOf(w.view())->setMinimumItemCount(36);
+    Kit::flushPaints();
+    QCOMPARE(cache->liveItemCount(), 0);
+    QVERIFY(cache->picturesRendered() > 0);
     QCOMPARE(differingPixels(onScreen(w.view()), Kit::grabViewportPaintingEveryItem(w.view())), 0);
 }
 

@@ -124,7 +124,8 @@ SettledItemCache::SettledItemCache(QGraphicsScene* scene)
     , m_holes(0)
     , m_enabled(true)
     , m_everyItemKnown(true)
-    , m_everyItemTopLevel(false)
+    , m_everyItemTopLevel(true)
+    , m_minimumItemCount(kDefaultMinimumItemCount)
     , m_picturesRendered(0)
 {
     m_scene->addItem(m_holder);
@@ -145,10 +146,15 @@ void SettledItemCache::addShapeItem(QGraphicsItem* item)
     entry.seq = m_nextSeq++;
     m_entries.insert(item, entry);
     m_unplaced.insert(item);
-    if (m_everyItemTopLevel)
-        m_topLevel.insert(item);
-    else
+    if (!m_everyItemTopLevel) {
         item->setParentItem(m_holder);
+    } else {
+        m_topLevel.insert(item);
+        // A layer filled in one go settles as it crosses the minimum, not
+        // all at once at the next paint.
+        if (isActive())
+            settleEveryItem();
+    }
     itemChanged(item);
 }
 
@@ -269,6 +275,25 @@ void SettledItemCache::setTopLevel(QGraphicsItem* item, bool topLevel)
         m_topLevel.remove(item);
     }
     itemChanged(item);
+}
+
+void SettledItemCache::setMinimumItemCount(int count)
+{
+    m_minimumItemCount = count;
+    m_whole.valid = false;
+    m_painter->update();
+}
+
+// Every shape's item goes under the holder; the next prepare() lifts the live
+// ones back.
+void SettledItemCache::settleEveryItem()
+{
+    const QSet<QGraphicsItem*> topLevel = m_topLevel;
+    for (QGraphicsItem* item : topLevel) {
+        if (!m_foreign.contains(item))
+            setTopLevel(item, false);
+    }
+    m_everyItemTopLevel = false;
 }
 
 void SettledItemCache::setEnabled(bool enabled)

@@ -71,11 +71,19 @@ public:
     // Disabled, every registered item is a top-level item that Qt paints
     // itself in stacking order, as if there were no cache: the form the
     // cached painting must equal. Takes effect at the next prepare(). The
-    // cache also stands aside while the scene holds an item it does not know.
+    // cache also stands aside while the scene holds an item it does not know,
+    // and while it has few items.
     void setEnabled(bool enabled);
     bool isEnabled() const { return m_enabled; }
-    // Enabled, and every item of the scene is registered.
-    bool isActive() const { return m_enabled && m_everyItemKnown; }
+    // Below this many registered items Qt paints every item itself, which
+    // then costs less than keeping the picture.
+    static constexpr int kDefaultMinimumItemCount = 2048;
+    void setMinimumItemCount(int count);
+    // Enabled, with enough items, every one of them registered.
+    bool isActive() const
+    {
+        return m_enabled && m_everyItemKnown && m_entries.size() >= m_minimumItemCount;
+    }
 
     // Items registered, and how many of them Qt walks now.
     int itemCount() const { return m_entries.size(); }
@@ -118,6 +126,7 @@ private:
     void markSlot(QGraphicsItem* item, bool changed);
     void setTopLevel(QGraphicsItem* item, bool topLevel);
     void makeEveryItemTopLevel();
+    void settleEveryItem();
     QRegion changedArea(const QTransform& transform) const;
     void paintItem(QPainter* painter, QGraphicsItem* item, QWidget* widget) const;
 
@@ -137,6 +146,7 @@ private:
     bool m_enabled;
     bool m_everyItemKnown;
     bool m_everyItemTopLevel;
+    int m_minimumItemCount;
 
     // The whole picture and what it was rendered for.
     struct Whole

@@ -63,6 +63,15 @@ inline SettledItemCache* settledItemsOf(QGraphicsView* view)
     return SettledItemCache::of(view->scene());
 }
 
+// The cache takes over however few items the window has, so that a test of a
+// few shapes exercises it.
+inline SettledItemCache* cacheEveryItem(QGraphicsView* view)
+{
+    SettledItemCache* cache = settledItemsOf(view);
+    cache->setMinimumItemCount(0);
+    return cache;
+}
+
 // The viewport painted with every item a top-level item that Qt paints
 // itself, as with no cache; the cache is on again afterwards.
 inline QImage grabViewportPaintingEveryItem(QGraphicsView* view)
