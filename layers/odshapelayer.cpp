@@ -189,12 +189,12 @@ void ODShapeLayer::Update()
     updateScene();
 }
 
-// A shape handed out may have been changed behind its back, so its items may
-// show otherwise after the visit even when it never said so.
+// The window's picture of settled shapes hears of a change from the shape
+// itself (shownStateChanged); showing a shape that did not change leaves its
+// items as they are, so the visit tells the picture nothing.
 void ODShapeLayer::showOrHide(ODShape* shape)
 {
     shape->hitReachMayHaveChanged();
-    m_scene->settledItems()->shapeChanged(shape);
     if (shape->isVisible())
         shape->ShowShape();
     else
