@@ -19,17 +19,6 @@ using Kit::Params;
 
 namespace {
 
-// A picture with a gradient in both directions, so that a stale pixel of the
-// background shows.
-QImage gradientPicture()
-{
-    QImage picture(400, 300, QImage::Format_RGB32);
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            picture.setPixel(x, y, qRgb(x * 255 / 400, y * 255 / 300, 96));
-    return picture;
-}
-
 struct Dressed
 {
     int code;
@@ -92,7 +81,7 @@ void tst_DragRepaint::init()
 void tst_DragRepaint::showCrowd(EmbeddedWindow& w, double zoom)
 {
     Kit::cacheEveryItem(w.view());
-    QCOMPARE(w.showPicture(gradientPicture(), 1.0), 0L);
+    QCOMPARE(w.showPicture(Kit::gradientPicture(), 1.0), 0L);
     for (const Dressed& d : crowd()) {
         w.wnd->setPen(uchar(d.pen.red()), uchar(d.pen.green()), uchar(d.pen.blue()), ulong(d.width));
         w.wnd->setBrush(uchar(d.brush.red()), uchar(d.brush.green()), uchar(d.brush.blue()), uchar(d.brush.alpha()));
@@ -110,7 +99,7 @@ void tst_DragRepaint::dragAndCompare(EmbeddedWindow& w, const QPointF& from, con
     const SettledItemCache* cache = Kit::settledItemsOf(view);
     const QImage before = onScreen(view);
     Kit::pressAt(view, from);
-    QCOMPARE(differingPixels(onScreen(view), Kit::grabViewportPaintingEveryItem(view)), 0);
+    QCOMPARE(Kit::screenAgainstEveryItemPainted(view), 0);
     constexpr int kSteps = 5;
     for (int step = 1; step <= kSteps; ++step) {
         Kit::moveTo(view, from + way * (double(step) / kSteps), Qt::LeftButton);
@@ -122,7 +111,7 @@ void tst_DragRepaint::dragAndCompare(EmbeddedWindow& w, const QPointF& from, con
     }
     QVERIFY2(differingPixels(onScreen(view), before) > 0, "the drag changed nothing on the screen");
     Kit::releaseAt(view, from + way);
-    QCOMPARE(differingPixels(onScreen(view), Kit::grabViewportPaintingEveryItem(view)), 0);
+    QCOMPARE(Kit::screenAgainstEveryItemPainted(view), 0);
 }
 
 void tst_DragRepaint::screenMatchesAFullRepaintBeforeAnyDrag()
@@ -198,7 +187,7 @@ void tst_DragRepaint::dragRepaintsTheDraggedShapeOnScreen()
     EmbeddedWindow w(QSize(640, 480));
     QVERIFY(w.exposed);
     Kit::cacheEveryItem(w.view());
-    QCOMPARE(w.showPicture(gradientPicture(), 1.0), 0L);
+    QCOMPARE(w.showPicture(Kit::gradientPicture(), 1.0), 0L);
     w.wnd->setPen(255, 0, 0, 1);
     VorROI roi = Kit::makeROI(VorROI::ROI_RECT1, {100, 100, 200, 180});
     const long id = w.wnd->displayROI(roi);

@@ -83,4 +83,22 @@ inline QImage grabViewportPaintingEveryItem(QGraphicsView* view)
     return every;
 }
 
+// The pixels in which the screen differs from the viewport with every item
+// painted by Qt: 0 when the operator sees what a full repaint gives.
+inline int screenAgainstEveryItemPainted(QGraphicsView* view)
+{
+    return differingPixels(onScreen(view), grabViewportPaintingEveryItem(view));
+}
+
+// A picture with a gradient in both directions, so that a stale pixel of the
+// background shows.
+inline QImage gradientPicture()
+{
+    QImage picture(400, 300, QImage::Format_RGB32);
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            picture.setPixel(x, y, qRgb(x * 255 / 400, y * 255 / 300, 96));
+    return picture;
+}
+
 } // namespace Kit
