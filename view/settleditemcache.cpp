@@ -37,9 +37,17 @@ bool stacksBefore(qreal z1, quint64 seq1, qreal z2, quint64 seq2)
     return z1 != z2 ? z1 < z2 : seq1 < seq2;
 }
 
+// Whether the item shows: the holder hides its children from Qt, so a
+// settled item counts as shown unless hidden itself.
+bool isShown(const QGraphicsItem* item)
+{
+    const QGraphicsItem* parent = item->parentItem();
+    return parent ? item->isVisibleTo(parent) : item->isVisible();
+}
+
 QRect deviceExtent(const QGraphicsItem* item, const QTransform& transform)
 {
-    if (!item->isVisible())
+    if (!isShown(item))
         return QRect();
     const QRectF bounds = item->sceneBoundingRect();
     if (bounds.isNull())
@@ -47,15 +55,17 @@ QRect deviceExtent(const QGraphicsItem* item, const QTransform& transform)
     return transform.mapRect(bounds).toAlignedRect().adjusted(-kPaintMargin, -kPaintMargin, kPaintMargin, kPaintMargin);
 }
 
-// The parent of every settled item. Its opacity of 0 makes Qt skip it and all
-// its children at once when it paints, hit-tests, hovers or sends updates,
-// while each child keeps its own visibility and opacity.
+// The parent of every settled item. Hidden, it makes Qt skip it and all its
+// children at one test when it paints, hit-tests, hovers or sends updates
+// (an opacity of 0 would do the same, but Qt then asks every child whether it
+// ignores its parent's opacity, on every paint). A child keeps its own flag:
+// isVisibleTo(holder) says whether it shows.
 class Holder : public QGraphicsItem
 {
 public:
     Holder()
     {
-        setOpacity(0.0);
+        setVisible(false);
         setFlag(ItemHasNoContents);
         setAcceptedMouseButtons(Qt::NoButton);
     }
@@ -551,7 +561,7 @@ void SettledItemCache::renderWhole(QPainter* painter, ImageCtrlView* view, const
 
 void SettledItemCache::paintItem(QPainter* painter, QGraphicsItem* item, QWidget* widget) const
 {
-    if (!item->isVisible() || (item->flags() & QGraphicsItem::ItemHasNoContents))
+    if (!isShown(item) || (item->flags() & QGraphicsItem::ItemHasNoContents))
         return;
     const qreal opacity = painter->opacity() * item->opacity();
     if (opacity < kNoOpacity)
