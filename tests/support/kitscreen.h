@@ -33,9 +33,8 @@ inline QImage onScreen(QGraphicsView* view)
 }
 
 // The number of pixels in which two pictures of one size differ by more than
-// kChannelTolerance in a channel, -1 for pictures of different sizes. The
-// screen and a render may convert colours on different paths, and a cached
-// picture blends translucent pixels in another order.
+// kChannelTolerance in a channel, -1 for pictures of different sizes: the
+// screen and a render may convert colours on different paths.
 inline int differingPixels(const QImage& a, const QImage& b)
 {
     if (a.size() != b.size())
