@@ -31,15 +31,20 @@ void ODShapeLayer::addShape(ODShape* shape)
     shape->setShapeLayer(static_cast<ShaperLayer*>(this));
     m_shapes.append(shape);
     m_shapeById.insert(shape->GetShapeID(), shape);
+    m_members.insert(shape);
     shapeScaleChanged(shape);
     shapeMayHaveChanged(shape);
 }
 
+// The selected list may still hold a shape that was removed (removal leaves
+// it alone), so only a member of the layer is marked, and nothing is read
+// through a pointer before that test.
 void ODShapeLayer::shapeMayHaveChanged(ODShape* shape) const
 {
-    if (shape)
-        shape->hitReachMayHaveChanged();
-    if (shape && !m_allMayHaveChanged)
+    if (!contains(shape))
+        return;
+    shape->hitReachMayHaveChanged();
+    if (!m_allMayHaveChanged)
         m_mayHaveChanged.insert(shape);
 }
 
@@ -97,6 +102,7 @@ bool ODShapeLayer::removeShape(ODShape* shape)
     if (index < 0)
         return false;
     m_shapes.remove(index);
+    m_members.remove(shape);
     if (m_shapeById.value(shape->GetShapeID()) == shape)
         m_shapeById.remove(shape->GetShapeID());
     m_scaleChanged.remove(shape);
@@ -147,6 +153,7 @@ void ODShapeLayer::clearShape()
         delete shape;
     m_shapes.clear();
     m_shapeById.clear();
+    m_members.clear();
     m_scaleChanged.clear();
     m_mayHaveChanged.clear();
     m_allMayHaveChanged = false;
@@ -214,7 +221,7 @@ void ODShapeLayer::ShowShapePath()
         QSet<ODShape*> visit;
         visit.swap(m_mayHaveChanged);
         for (ODShape* shape : ODShapeToolManage::GetODShapeToolManage()->heldShapes()) {
-            if (m_shapeById.value(shape->GetShapeID()) == shape)
+            if (contains(shape))
                 visit.insert(shape);
         }
         for (ODShape* shape : qAsConst(visit)) {

@@ -86,6 +86,9 @@ public:
     // Every shape; the caller may change any, so the next walk shows all.
     const QVector<ODShape*>& shapes() const;
     int shapeCount() const { return m_shapes.size(); }
+    // Whether shape is one of this layer's, without reading through it: the
+    // selected list may hold removed shapes.
+    bool contains(const ODShape* shape) const { return shape && m_members.contains(shape); }
     // The selected shapes; the caller may change them, as shapes() says.
     const QVector<ODShape*>& selectedShapes() const;
     ImageCtrlScene* scene() const { return m_scene; }
@@ -101,8 +104,9 @@ protected:
     bool m_enableSelect;
 
 private:
-    // The members of m_shapes by id, kept with the vector.
+    // The members of m_shapes by id and as a set, kept with the vector.
     QHash<long, ODShape*> m_shapeById;
+    QSet<const ODShape*> m_members;
     // The scale that the last Update() gave every shape, and the shapes whose
     // scale may differ from it since: every other shape holds it.
     float m_walkedScale;

@@ -88,7 +88,7 @@ void ImageCtrlScene::prepareSettledItems()
     }
     for (ShaperLayer* layer : qAsConst(m_shaperLayers)) {
         for (ODShape* shape : layer->selectedShapes()) {
-            if (shape)
+            if (layer->contains(shape))
                 live.append(shape);
         }
     }
