@@ -182,11 +182,16 @@ void SettledItemCache::addForeignItem(QGraphicsItem* item)
 
 int SettledItemCache::findSlot(QGraphicsItem* item, const Entry& entry) const
 {
+    const int index = placeFor(entry);
+    return index < m_order.size() && m_order[index].item == item ? index : -1;
+}
+
+// The first place that does not stack before the entry's key.
+int SettledItemCache::placeFor(const Entry& entry) const
+{
     const auto place = std::lower_bound(m_order.cbegin(), m_order.cend(), entry, [](const Slot& slot, const Entry& e) {
         return stacksBefore(slot.z, slot.seq, e.placedZ, e.seq);
     });
-    if (place == m_order.cend() || place->item != item)
-        return -1;
     return int(place - m_order.cbegin());
 }
 
@@ -387,10 +392,7 @@ void SettledItemCache::ensureOrder()
             Entry& entry = m_entries[item];
             entry.placedZ = item->zValue();
             entry.placed = true;
-            const auto place = std::lower_bound(m_order.begin(), m_order.end(), entry, [](const Slot& slot, const Entry& e) {
-                return stacksBefore(slot.z, slot.seq, e.placedZ, e.seq);
-            });
-            m_order.insert(place, Slot{entry.placedZ, entry.seq, item, QRect(), m_changed.contains(item)});
+            m_order.insert(placeFor(entry), Slot{entry.placedZ, entry.seq, item, QRect(), m_changed.contains(item)});
         }
         m_unplaced.clear();
         return;

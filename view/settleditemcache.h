@@ -119,6 +119,7 @@ private:
     // Gives every unplaced item its place; sorts anew when many moved.
     void ensureOrder();
     int findSlot(QGraphicsItem* item, const Entry& entry) const;
+    int placeFor(const Entry& entry) const;
     void unplace(QGraphicsItem* item, Entry& entry);
     // The item may paint otherwise than in the whole picture from now on.
     void itemChanged(QGraphicsItem* item);
