@@ -5,6 +5,7 @@
 #include "datainterface.h"
 #include "eventthread.h"
 #include "imagectrlscene.h"
+#include "jsontext.h"
 #include "numericguards.h"
 #include "viewpainter.h"
 
@@ -528,7 +529,7 @@ void ImageCtrlView::crossPressTest(const QPoint& pos)
 
 void ImageCtrlView::setCrossLineInfo(QString info)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(info.toUtf8());
+    const QJsonDocument document = JsonText::parse(info.toUtf8());
     if (!document.isObject())
         return;
     QJsonObject object = document.object();
@@ -595,7 +596,7 @@ void ImageCtrlView::getCrossLineInfo(QString& info)
 
 void ImageCtrlView::setGridLineInfo(QString info)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(info.toUtf8());
+    const QJsonDocument document = JsonText::parse(info.toUtf8());
     if (!document.isObject())
         return;
     const QJsonObject object = document.object();
