@@ -145,10 +145,19 @@ bool ODShapeLayer::removeSelectedShape(long id)
 
 // The whole scene is marked for repaint first: a view then no longer
 // gathers the area of each item that leaves, which grows a region by one
-// rectangle an item and costs time of the square of the count.
+// rectangle an item and costs time of the square of the count. The window
+// deletes the shapes' items together once the shapes are gone, which is
+// where a tool that hears of a deleted shape may still read them.
 void ODShapeLayer::clearShape()
 {
     updateScene();
+    QVector<QGraphicsItem*> items;
+    for (ODShape* shape : qAsConst(m_shapes)) {
+        if (!shape)
+            continue;
+        items += shape->graphicsItems();
+        shape->disownItems();
+    }
     for (ODShape* shape : m_shapes)
         delete shape;
     m_shapes.clear();
@@ -157,6 +166,7 @@ void ODShapeLayer::clearShape()
     m_scaleChanged.clear();
     m_mayHaveChanged.clear();
     m_allMayHaveChanged = false;
+    m_scene->settledItems()->disposeItems(items);
 }
 
 void ODShapeLayer::clearSelectedShape()

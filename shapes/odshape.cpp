@@ -47,8 +47,16 @@ ODShape::~ODShape()
     m_handleItem = nullptr;
 }
 
+void ODShape::disownItems()
+{
+    m_itemsDisowned = true;
+    m_items.clear();
+}
+
 void ODShape::deleteItems(std::initializer_list<QGraphicsItem*> items)
 {
+    if (m_itemsDisowned)
+        return;
     for (QGraphicsItem* item : items) {
         if (!item)
             continue;

@@ -127,6 +127,10 @@ public:
     QGraphicsPathItem* handleItem() const { return m_handleItem; }
     // Every graphics item of the shape, in the order the shape made them.
     const QVector<QGraphicsItem*>& graphicsItems() const { return m_items; }
+    // For a shape about to be deleted whose items someone else deletes (a
+    // layer that is emptied hands them to the window, which deletes them in
+    // one go): the shape forgets its items and its destructor leaves them.
+    void disownItems();
 
     QGraphicsScene* getSence() const { return m_scene; }
     bool isVisiblehandleMark() const { return m_isVisiblehandleMark; }
@@ -215,8 +219,9 @@ protected:
     // stands above the main display item (its z value plus 1) and gets a copy
     // of m_handles.
     void raiseHandlesAbove(qreal mainZValue);
-    // Takes items out of their scene and deletes them; null entries are skipped.
-    static void deleteItems(std::initializer_list<QGraphicsItem*> items);
+    // Takes items out of their scene and deletes them; null entries are
+    // skipped, and so is every item once the shape has disowned its items.
+    void deleteItems(std::initializer_list<QGraphicsItem*> items);
     // The number of the first handle that contains point, walking keys from 0.
     int hitHandle(const QPointF& point) const;
     // The working pen with this shape's colour and truncated width.
@@ -256,4 +261,5 @@ private:
 
     mutable QRectF m_hitReach;
     mutable bool m_hitReachStale = true;
+    bool m_itemsDisowned = false;
 };

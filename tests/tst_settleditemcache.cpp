@@ -56,6 +56,9 @@ private slots:
     void hostChangesToSettledShapesAreSeen();
     void anItemTheWindowDoesNotKnowIsPaintedInItsPlace();
     void aWindowWithFewItemsLeavesEveryItemToQt();
+    void clearingALargeLayerDeletesItsItemsWhileTheEventLoopIsIdle();
+    void aLayerFilledAgainBeforeTheOldItemsAreGoneShowsOnlyTheNewShapes();
+    void aWindowClosedWhileItemsWaitTakesThemAlong();
 };
 
 void tst_SettledItemCache::settledShapesLeaveQtsWalkAndSelectedOnesJoinIt()
@@ -180,6 +183,99 @@ void tst_SettledItemCache::aWindowWithFewItemsLeavesEveryItemToQt()
     QCOMPARE(cache->liveItemCount(), 0);
     QVERIFY(cache->picturesRendered() > 0);
     QCOMPARE(Kit::screenAgainstEveryItemPainted(w.view()), 0);
+}
+
+namespace {
+
+// A grid of rectangles with more items than a layer's shapes may change one
+// by one: three items a rectangle.
+constexpr int kLargeColumns = 50;
+constexpr int kLargeRows = 30;
+constexpr int kLargeItems = kLargeColumns * kLargeRows * 3;
+
+} // namespace
+
+void tst_SettledItemCache::clearingALargeLayerDeletesItsItemsWhileTheEventLoopIsIdle()
+{
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    Kit::cacheEveryItem(w.view());
+    QCOMPARE(w.showPicture(Kit::gradientPicture(), 1.0), 0L);
+    Kit::flushPaints();
+    const QImage bare = onScreen(w.view());
+    const int sceneItemsBefore = w.scene()->items().size();
+    SettledItemCache* cache = Kit::settledItemsOf(w.view());
+    const int chunksBefore = cache->chunkCount();
+
+    const QVector<long> ids = showGrid(w, kLargeColumns, kLargeRows);
+    QCOMPARE(ids.size(), kLargeColumns * kLargeRows);
+    w.window()->selectShape(ids.at(7));
+    Kit::flushPaints();
+    QCOMPARE(cache->itemCount(), kLargeItems);
+    QCOMPARE(cache->liveItemCount(), 3);
+
+    QCOMPARE(w.wnd->clearLayer(KESImageWnd::LAYER_SHAPE), 0L);
+    // The selected shape's items go at once; the settled ones wait.
+    QCOMPARE(cache->itemCount(), 0);
+    QCOMPARE(cache->liveItemCount(), 0);
+    QCOMPARE(cache->pendingDisposals(), kLargeItems - 3);
+    QCOMPARE(w.scene()->items().size(), sceneItemsBefore + cache->chunkCount() - chunksBefore + kLargeItems - 3);
+    QCOMPARE(w.scene()->GetActiveLayer()->shapeCount(), 0);
+
+    // Nothing of them shows, and the window still knows every item.
+    QCOMPARE(differingPixels(onScreen(w.view()), bare), 0);
+    QVERIFY(cache->isActive());
+    QTRY_COMPARE(cache->pendingDisposals(), 0);
+    QCOMPARE(w.scene()->items().size(), sceneItemsBefore + cache->chunkCount() - chunksBefore);
+    QCOMPARE(differingPixels(onScreen(w.view()), bare), 0);
+}
+
+void tst_SettledItemCache::aLayerFilledAgainBeforeTheOldItemsAreGoneShowsOnlyTheNewShapes()
+{
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    Kit::cacheEveryItem(w.view());
+    QCOMPARE(w.showPicture(Kit::gradientPicture(), 1.0), 0L);
+    QCOMPARE(showGrid(w, kLargeColumns, kLargeRows).size(), kLargeColumns * kLargeRows);
+    Kit::flushPaints();
+    SettledItemCache* cache = Kit::settledItemsOf(w.view());
+
+    QCOMPARE(w.wnd->clearLayer(KESImageWnd::LAYER_SHAPE), 0L);
+    QCOMPARE(cache->pendingDisposals(), kLargeItems);
+    const QVector<long> ids = showGrid(w, 4, 3);
+    QCOMPARE(ids.size(), 12);
+    w.window()->selectShape(ids.at(4));
+    // Painting the new shapes deletes waiting items between paints; the
+    // screen is compared while some still wait.
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(cache->pendingDisposals() > 0);
+    QCOMPARE(Kit::screenAgainstEveryItemPainted(w.view()), 0);
+    QVERIFY(cache->isActive());
+    QTRY_COMPARE(cache->pendingDisposals(), 0);
+    QCOMPARE(cache->itemCount(), 12 * 3);
+    QCOMPARE(cache->liveItemCount(), 3);
+    QCOMPARE(Kit::screenAgainstEveryItemPainted(w.view()), 0);
+}
+
+void tst_SettledItemCache::aWindowClosedWhileItemsWaitTakesThemAlong()
+{
+    {
+        EmbeddedWindow w;
+        QVERIFY(w.exposed);
+        Kit::cacheEveryItem(w.view());
+        QCOMPARE(w.showPicture(Kit::gradientPicture(), 1.0), 0L);
+        QCOMPARE(showGrid(w, kLargeColumns, kLargeRows).size(), kLargeColumns * kLargeRows);
+        Kit::flushPaints();
+        QCOMPARE(w.wnd->clearLayer(KESImageWnd::LAYER_SHAPE), 0L);
+        QCOMPARE(Kit::settledItemsOf(w.view())->pendingDisposals(), kLargeItems);
+    }
+    // The timer went with the window; a new window works as ever.
+    Kit::flushPaints();
+    EmbeddedWindow again;
+    QVERIFY(again.exposed);
+    QCOMPARE(openGrid(again).size(), 12);
+    Kit::flushPaints();
+    QCOMPARE(Kit::screenAgainstEveryItemPainted(again.view()), 0);
 }
 
 QTEST_MAIN(tst_SettledItemCache)

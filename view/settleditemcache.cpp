@@ -4,6 +4,7 @@
 #include "imagectrlview.h"
 #include "odshape.h"
 
+#include <QElapsedTimer>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
 #include <QPainter>
@@ -13,6 +14,7 @@
 #include <QtMath>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 
 namespace {
@@ -29,16 +31,23 @@ constexpr int kMostSinglePlacements = 64;
 // items that left, the whole picture is rendered anew rather than patched.
 constexpr int kMostChangedItems = 4096;
 constexpr int kMostLeftRects = 256;
-// The holder and the painter.
+// The holder and the painter; the chunks are counted apart.
 constexpr int kOwnItems = 2;
+// Waiting items deleted per look at the clock, and the time a slice of
+// deleting may take before the event loop has its turn.
+constexpr int kDisposalsPerCheck = 64;
+constexpr qint64 kDisposalSliceMs = 4;
+// Settled items per chunk. Qt finds a child in its parent's list by walking
+// the list, so short lists keep an item's move in or out cheap in any order.
+constexpr int kChunkSize = 64;
 
 bool stacksBefore(qreal z1, quint64 seq1, qreal z2, quint64 seq2)
 {
     return z1 != z2 ? z1 < z2 : seq1 < seq2;
 }
 
-// Whether the item shows: the holder hides its children from Qt, so a
-// settled item counts as shown unless hidden itself.
+// Whether the item shows: the holder hides its chunks and their children
+// from Qt, so a settled item counts as shown unless hidden itself.
 bool isShown(const QGraphicsItem* item)
 {
     const QGraphicsItem* parent = item->parentItem();
@@ -72,6 +81,27 @@ public:
     QRectF boundingRect() const override { return QRectF(); }
     void paint(QPainter*, const QStyleOptionGraphicsItem*, QWidget*) override {}
 };
+
+} // namespace
+
+// A child of the holder that holds up to kChunkSize settled items. It is never
+// hidden itself, so isVisibleTo(chunk) is the settled item's own flag.
+class SettledItemCache::Chunk : public QGraphicsItem
+{
+public:
+    Chunk()
+    {
+        setFlag(ItemHasNoContents);
+        setAcceptedMouseButtons(Qt::NoButton);
+    }
+    QRectF boundingRect() const override { return QRectF(); }
+    void paint(QPainter*, const QStyleOptionGraphicsItem*, QWidget*) override {}
+
+    int used = 0;
+    bool roomy = false; // a member of m_roomyChunks
+};
+
+namespace {
 
 // The style option Qt gives an item it paints without the extended option.
 void initStyleOption(const QGraphicsItem* item, QStyleOptionGraphicsItem* option)
@@ -132,6 +162,7 @@ SettledItemCache::SettledItemCache(QGraphicsScene* scene)
     , m_painter(new Painter(this))
     , m_nextSeq(0)
     , m_holes(0)
+    , m_chunkCount(0)
     , m_enabled(true)
     , m_everyItemKnown(true)
     , m_everyItemTopLevel(true)
@@ -140,6 +171,8 @@ SettledItemCache::SettledItemCache(QGraphicsScene* scene)
 {
     m_scene->addItem(m_holder);
     m_scene->addItem(m_painter);
+    m_disposalTimer.setInterval(0);
+    QObject::connect(&m_disposalTimer, &QTimer::timeout, &m_disposalTimer, [this] { disposeSlice(); });
 }
 
 SettledItemCache::~SettledItemCache() = default;
@@ -157,7 +190,7 @@ void SettledItemCache::addShapeItem(QGraphicsItem* item)
     m_entries.insert(item, entry);
     m_unplaced.insert(item);
     if (!m_everyItemTopLevel) {
-        item->setParentItem(m_holder);
+        settle(item);
     } else {
         m_topLevel.insert(item);
         // A layer filled in one go settles as it crosses the minimum, not
@@ -220,6 +253,8 @@ void SettledItemCache::removeItem(QGraphicsItem* item)
     auto entry = m_entries.find(item);
     if (entry == m_entries.end())
         return;
+    // Qt takes the item out of its chunk as it leaves the scene.
+    leaveChunk(*entry);
     unplace(item, *entry);
     m_entries.erase(entry);
     m_unplaced.remove(item);
@@ -227,6 +262,99 @@ void SettledItemCache::removeItem(QGraphicsItem* item)
     m_topLevel.remove(item);
     m_changed.remove(item);
     m_painter->update();
+}
+
+// Qt's index keeps the scene's items sorted by address and erases a removed
+// one by moving the items on the shorter side of it; taken in falling order
+// of address, each is the last, where emptying a large layer in any other
+// order moves half the index per item.
+void SettledItemCache::removeItemsFromScene(QVector<QGraphicsItem*> items)
+{
+    if (items.size() > kMostChangedItems)
+        m_whole.valid = false;
+    for (QGraphicsItem* item : qAsConst(items))
+        removeItem(item);
+    std::sort(items.begin(), items.end(), std::greater<QGraphicsItem*>());
+    for (QGraphicsItem* item : qAsConst(items)) {
+        if (item->scene() == m_scene)
+            m_scene->removeItem(item);
+    }
+}
+
+void SettledItemCache::disposeItems(const QVector<QGraphicsItem*>& items)
+{
+    if (items.size() <= kMostChangedItems || !isActive() || m_everyItemTopLevel) {
+        removeItemsFromScene(items);
+        qDeleteAll(items);
+        return;
+    }
+    // So many items change that the whole picture is rendered anew, and the
+    // stacking order is sorted anew from the items that stay.
+    m_whole.valid = false;
+    m_order.clear();
+    m_holes = 0;
+    m_unplaced.clear();
+    m_changed.clear();
+    m_leftArea = QRegion();
+    QVector<QGraphicsItem*> now;
+    const int waiting = m_disposals.size();
+    m_disposals.reserve(waiting + items.size());
+    for (QGraphicsItem* item : items) {
+        const auto entry = m_entries.constFind(item);
+        if (entry == m_entries.cend()) {
+            now.append(item);
+            continue;
+        }
+        if (entry->chunk && item->scene() == m_scene) {
+            m_disposals.append(Disposal{item, entry->chunk});
+        } else {
+            m_topLevel.remove(item);
+            m_foreign.remove(item);
+            now.append(item);
+        }
+        // Not erase(): it looks for the next entry, which in a hash that is
+        // emptied walks ever more empty buckets.
+        m_entries.remove(item);
+    }
+    for (auto it = m_entries.begin(); it != m_entries.end(); ++it) {
+        it->placed = false;
+        m_unplaced.insert(it.key());
+    }
+    std::sort(m_disposals.begin() + waiting, m_disposals.end(),
+              [](const Disposal& a, const Disposal& b) { return a.item < b.item; });
+    std::inplace_merge(m_disposals.begin(), m_disposals.begin() + waiting, m_disposals.end(),
+                       [](const Disposal& a, const Disposal& b) { return a.item < b.item; });
+    for (QGraphicsItem* item : qAsConst(now)) {
+        if (item->scene())
+            item->scene()->removeItem(item);
+    }
+    qDeleteAll(now);
+    m_painter->update();
+    m_disposalTimer.start();
+}
+
+void SettledItemCache::disposeLast()
+{
+    const Disposal disposal = m_disposals.takeLast();
+    --disposal.chunk->used;
+    if (!disposal.chunk->roomy) {
+        disposal.chunk->roomy = true;
+        m_roomyChunks.append(disposal.chunk);
+    }
+    m_scene->removeItem(disposal.item);
+    delete disposal.item;
+}
+
+void SettledItemCache::disposeSlice()
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (!m_disposals.isEmpty() && clock.elapsed() < kDisposalSliceMs) {
+        for (int i = 0; i < kDisposalsPerCheck && !m_disposals.isEmpty(); ++i)
+            disposeLast();
+    }
+    if (m_disposals.isEmpty())
+        m_disposalTimer.stop();
 }
 
 void SettledItemCache::restack(QGraphicsItem* item, qreal z)
@@ -283,13 +411,53 @@ void SettledItemCache::forgetChanges()
 void SettledItemCache::setTopLevel(QGraphicsItem* item, bool topLevel)
 {
     if (topLevel) {
-        item->setParentItem(nullptr);
+        lift(item);
         m_topLevel.insert(item);
     } else {
-        item->setParentItem(m_holder);
+        settle(item);
         m_topLevel.remove(item);
     }
     itemChanged(item);
+}
+
+void SettledItemCache::settle(QGraphicsItem* item)
+{
+    Entry& entry = m_entries[item];
+    if (entry.chunk)
+        return;
+    while (!m_roomyChunks.isEmpty() && m_roomyChunks.last()->used >= kChunkSize) {
+        m_roomyChunks.last()->roomy = false;
+        m_roomyChunks.removeLast();
+    }
+    if (m_roomyChunks.isEmpty()) {
+        auto* chunk = new Chunk;
+        chunk->setParentItem(m_holder);
+        chunk->roomy = true;
+        m_roomyChunks.append(chunk);
+        ++m_chunkCount;
+    }
+    entry.chunk = m_roomyChunks.last();
+    ++entry.chunk->used;
+    item->setParentItem(entry.chunk);
+}
+
+void SettledItemCache::lift(QGraphicsItem* item)
+{
+    leaveChunk(m_entries[item]);
+    item->setParentItem(nullptr);
+}
+
+void SettledItemCache::leaveChunk(Entry& entry)
+{
+    Chunk* chunk = entry.chunk;
+    if (!chunk)
+        return;
+    entry.chunk = nullptr;
+    --chunk->used;
+    if (!chunk->roomy) {
+        chunk->roomy = true;
+        m_roomyChunks.append(chunk);
+    }
 }
 
 void SettledItemCache::setMinimumItemCount(int count)
@@ -299,8 +467,7 @@ void SettledItemCache::setMinimumItemCount(int count)
     m_painter->update();
 }
 
-// Every shape's item goes under the holder; the next prepare() lifts the live
-// ones back.
+// Every shape's item settles; the next prepare() lifts the live ones back.
 void SettledItemCache::settleEveryItem()
 {
     const QSet<QGraphicsItem*> topLevel = m_topLevel;
@@ -319,16 +486,16 @@ void SettledItemCache::setEnabled(bool enabled)
 }
 
 // Qt stacks top-level items of one z value in the order they became
-// top-level, so every item goes under the holder first and then comes back
-// in stacking order.
+// top-level, so every item settles first and then comes back in stacking
+// order.
 void SettledItemCache::makeEveryItemTopLevel()
 {
     ensureOrder();
     for (QGraphicsItem* item : qAsConst(m_topLevel))
-        item->setParentItem(m_holder);
+        settle(item);
     for (const Slot& slot : qAsConst(m_order)) {
         if (slot.item)
-            slot.item->setParentItem(nullptr);
+            lift(slot.item);
     }
     m_topLevel.clear();
     for (auto it = m_entries.cbegin(); it != m_entries.cend(); ++it)
@@ -346,7 +513,8 @@ void SettledItemCache::prepare(const QList<ODShape*>& liveShapes)
     // An item that some other code put into the scene is unknown here and
     // would be painted over; while there is one, Qt paints every item. The
     // scene's linear index counts its items at no cost.
-    m_everyItemKnown = m_scene->items().size() == m_entries.size() + kOwnItems;
+    m_everyItemKnown =
+        m_scene->items().size() == m_entries.size() + kOwnItems + m_chunkCount + m_disposals.size();
     if (!isActive()) {
         if (!m_everyItemTopLevel)
             makeEveryItemTopLevel();
