@@ -59,6 +59,8 @@ private slots:
     void clearingALargeLayerDeletesItsItemsWhileTheEventLoopIsIdle();
     void aLayerFilledAgainBeforeTheOldItemsAreGoneShowsOnlyTheNewShapes();
     void aWindowClosedWhileItemsWaitTakesThemAlong();
+    void theBackgroundIsLeftToThePictureOnlyWhereItCoversTheViewport_data();
+    void theBackgroundIsLeftToThePictureOnlyWhereItCoversTheViewport();
 };
 
 void tst_SettledItemCache::settledShapesLeaveQtsWalkAndSelectedOnesJoinIt()
@@ -276,6 +278,34 @@ void tst_SettledItemCache::aWindowClosedWhileItemsWaitTakesThemAlong()
     QCOMPARE(openGrid(again).size(), 12);
     Kit::flushPaints();
     QCOMPARE(Kit::screenAgainstEveryItemPainted(again.view()), 0);
+}
+
+void tst_SettledItemCache::theBackgroundIsLeftToThePictureOnlyWhereItCoversTheViewport_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::addColumn<bool>("covered");
+    // The grid spans scene x 40 to 175 and y 40 to 128.
+    QTest::newRow("whole grid in view") << 1.0 << false;
+    QTest::newRow("view inside the grid") << 8.0 << true;
+}
+
+void tst_SettledItemCache::theBackgroundIsLeftToThePictureOnlyWhereItCoversTheViewport()
+{
+    QFETCH(double, zoom);
+    QFETCH(bool, covered);
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    QCOMPARE(openGrid(w).size(), 12);
+    w.showAt(zoom, QPointF(110, 80));
+    Kit::flushPaints();
+    QCOMPARE(w.view()->backgroundLeftToItemCache(), covered);
+    QCOMPARE(Kit::screenAgainstEveryItemPainted(w.view()), 0);
+    // With the cache off the view paints the background itself.
+    SettledItemCache* cache = Kit::settledItemsOf(w.view());
+    cache->setEnabled(false);
+    Kit::flushPaints();
+    QVERIFY(!w.view()->backgroundLeftToItemCache());
+    cache->setEnabled(true);
 }
 
 QTEST_MAIN(tst_SettledItemCache)

@@ -6,6 +6,7 @@
 #include "eventthread.h"
 #include "imagectrlscene.h"
 #include "jsontext.h"
+#include "settleditemcache.h"
 #include "numericguards.h"
 #include "viewpainter.h"
 
@@ -104,6 +105,7 @@ ImageCtrlView::ImageCtrlView(QWidget* parent)
     , m_floatArea(nullptr)
     , m_numLabel(nullptr)
     , m_foregroundPainter(nullptr)
+    , m_cacheCoversViewport(false)
 {
     setAcceptDrops(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -468,10 +470,21 @@ void ImageCtrlView::paintBackgroundOfViewport(QPainter* painter)
 
 void ImageCtrlView::paintEvent(QPaintEvent* event)
 {
-    if (m_scene)
+    m_cacheCoversViewport = false;
+    if (m_scene) {
         m_scene->prepareSettledItems();
+        m_cacheCoversViewport =
+            m_scene->settledItems()->paintsOver(mapToScene(viewport()->rect()).boundingRect());
+    }
     QGraphicsView::paintEvent(event);
     drawDisplayPixel();
+}
+
+void ImageCtrlView::drawBackground(QPainter* painter, const QRectF& rect)
+{
+    if (m_cacheCoversViewport && painter->device() == viewport())
+        return;
+    QGraphicsView::drawBackground(painter, rect);
 }
 
 void ImageCtrlView::drawDisplayPixel()

@@ -39,6 +39,9 @@ public:
     // own fill and the view's background, with the painter in viewport
     // pixels on entry.
     void paintBackgroundOfViewport(QPainter* painter);
+    // Whether the last paint of the viewport left the background to the item
+    // cache's picture.
+    bool backgroundLeftToItemCache() const { return m_cacheCoversViewport; }
 
     void CreateScene();
     ImageCtrlScene* GetImageCtrlScene() const;
@@ -128,6 +131,10 @@ protected:
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    // Paints the background, except in a paint of the viewport that the
+    // window's item cache covers whole: its picture holds the background
+    // already and hides whatever is under it.
+    void drawBackground(QPainter* painter, const QRectF& rect) override;
     void drawForeground(QPainter* painter, const QRectF& rect) override;
 
 private:
@@ -173,4 +180,7 @@ private:
     QLabel* m_numLabel;
     // The painter that drawForeground was given, while it runs.
     QPainter* m_foregroundPainter;
+    // Whether the item cache covers the viewport in the paint under way, or
+    // in the last one.
+    bool m_cacheCoversViewport;
 };

@@ -37,6 +37,8 @@ constexpr int kOwnItems = 2;
 // deleting may take before the event loop has its turn.
 constexpr int kDisposalsPerCheck = 64;
 constexpr qint64 kDisposalSliceMs = 4;
+// The side of a cell of the extent grid, in device pixels.
+constexpr int kGridCell = 64;
 // Settled items per chunk. Qt finds a child in its parent's list by walking
 // the list, so short lists keep an item's move in or out cheap in any order.
 constexpr int kChunkSize = 64;
@@ -551,6 +553,48 @@ void SettledItemCache::prepare(const QList<ODShape*>& liveShapes)
     m_painter->include(bounds);
 }
 
+void SettledItemCache::ExtentGrid::reset(const QSize& size)
+{
+    m_size = size;
+    m_columns = (size.width() + kGridCell - 1) / kGridCell;
+    const int rows = (size.height() + kGridCell - 1) / kGridCell;
+    m_cells = QVector<QVector<SlotKey>>(m_columns * rows);
+}
+
+QRect SettledItemCache::ExtentGrid::cellsOf(const QRect& extent) const
+{
+    const QRect inside = extent & QRect(QPoint(0, 0), m_size);
+    if (inside.isEmpty())
+        return QRect();
+    return QRect(QPoint(inside.left() / kGridCell, inside.top() / kGridCell),
+                 QPoint(inside.right() / kGridCell, inside.bottom() / kGridCell));
+}
+
+void SettledItemCache::ExtentGrid::add(const QRect& extent, const SlotKey& key)
+{
+    const QRect cells = cellsOf(extent);
+    for (int row = cells.top(); row <= cells.bottom(); ++row) {
+        for (int column = cells.left(); column <= cells.right(); ++column)
+            m_cells[row * m_columns + column].append(key);
+    }
+}
+
+void SettledItemCache::ExtentGrid::collect(const QRect& area, QVector<SlotKey>* keys) const
+{
+    const QRect cells = cellsOf(area);
+    for (int row = cells.top(); row <= cells.bottom(); ++row) {
+        for (int column = cells.left(); column <= cells.right(); ++column)
+            *keys += m_cells[row * m_columns + column];
+    }
+}
+
+// Qt asks the painter to paint wherever its extent meets the area to paint,
+// and it then fills that whole area.
+bool SettledItemCache::paintsOver(const QRectF& sceneRect) const
+{
+    return !m_everyItemTopLevel && m_painter->isVisible() && m_painter->boundingRect().contains(sceneRect);
+}
+
 void SettledItemCache::ensureOrder()
 {
     if (m_unplaced.isEmpty() && m_holes <= m_order.size() / 2)
@@ -627,6 +671,19 @@ void SettledItemCache::paintViewport(QPainter* painter, QWidget* widget)
         return;
 
     const QRect bounds = area.boundingRect();
+    // The slots that may reach the area: those the whole picture has near
+    // it, and the changed ones; visited in stacking order.
+    QVector<SlotKey> keys;
+    m_grid.collect(bounds, &keys);
+    for (QGraphicsItem* item : qAsConst(m_changed)) {
+        const auto entry = m_entries.constFind(item);
+        if (entry != m_entries.cend() && entry->placed)
+            keys.append(SlotKey{entry->placedZ, entry->seq});
+    }
+    std::sort(keys.begin(), keys.end(),
+              [](const SlotKey& a, const SlotKey& b) { return stacksBefore(a.z, a.seq, b.z, b.seq); });
+    keys.erase(std::unique(keys.begin(), keys.end(), [](const SlotKey& a, const SlotKey& b) { return a.seq == b.seq; }),
+               keys.end());
     const qreal ratio = m_whole.picture.devicePixelRatio();
     if (m_scratch.size() != m_whole.picture.size()) {
         m_scratch = QImage(m_whole.picture.size(), QImage::Format_ARGB32_Premultiplied);
@@ -641,9 +698,14 @@ void SettledItemCache::paintViewport(QPainter* painter, QWidget* widget)
         scratch.setCompositionMode(QPainter::CompositionMode_SourceOver);
         scratch.setRenderHints(painter->renderHints());
         scratch.setWorldTransform(transform);
-        for (const Slot& slot : qAsConst(m_order)) {
-            if (!slot.item)
+        for (const SlotKey& key : qAsConst(keys)) {
+            Entry probe;
+            probe.placedZ = key.z;
+            probe.seq = key.seq;
+            const int index = placeFor(probe);
+            if (index >= m_order.size() || m_order[index].seq != key.seq || !m_order[index].item)
                 continue;
+            const Slot& slot = m_order[index];
             const bool reachedThen = slot.extent.intersects(bounds) && area.intersects(slot.extent);
             if (reachedThen || (slot.changed && area.intersects(deviceExtent(slot.item, transform))))
                 paintItem(&scratch, slot.item, widget);
@@ -682,18 +744,22 @@ void SettledItemCache::ensureWhole(QPainter* painter, ImageCtrlView* view)
     // The background is not the cache's to watch: a new frame, region or
     // static record changes it. It is painted anew for each paint and
     // compared, a small price beside the items.
-    QImage background(size, QImage::Format_ARGB32_Premultiplied);
-    background.setDevicePixelRatio(ratio);
-    background.fill(Qt::transparent);
+    // The probe is kept between paints: once the whole picture stops sharing
+    // it, filling it again allocates nothing.
+    if (m_probe.size() != size || m_probe.devicePixelRatio() != ratio) {
+        m_probe = QImage(size, QImage::Format_ARGB32_Premultiplied);
+        m_probe.setDevicePixelRatio(ratio);
+    }
+    m_probe.fill(Qt::transparent);
     {
-        QPainter backgroundPainter(&background);
+        QPainter backgroundPainter(&m_probe);
         view->paintBackgroundOfViewport(&backgroundPainter);
     }
     Whole& w = m_whole;
     if (w.valid && w.viewport == port && w.transform == transform && w.size == size && w.renderHints == hints
-        && w.background == background)
+        && w.background == m_probe)
         return;
-    renderWhole(painter, view, background);
+    renderWhole(painter, view, m_probe);
 }
 
 void SettledItemCache::renderWhole(QPainter* painter, ImageCtrlView* view, const QImage& background)
@@ -706,6 +772,8 @@ void SettledItemCache::renderWhole(QPainter* painter, ImageCtrlView* view, const
     const QTransform transform = painter->worldTransform();
     Whole& w = m_whole;
     w.picture = background;
+    m_grid.reset(background.size());
+    const QRect pictureRect(QPoint(0, 0), background.size());
     QRectF bounds;
     {
         QPainter wholePainter(&w.picture);
@@ -715,6 +783,10 @@ void SettledItemCache::renderWhole(QPainter* painter, ImageCtrlView* view, const
             slot.extent = deviceExtent(slot.item, transform);
             slot.changed = false;
             bounds |= slot.item->sceneBoundingRect();
+            // An item that paints nowhere in the picture is left out of it.
+            if (!slot.extent.intersects(pictureRect))
+                continue;
+            m_grid.add(slot.extent, SlotKey{slot.z, slot.seq});
             paintItem(&wholePainter, slot.item, view->viewport());
         }
     }

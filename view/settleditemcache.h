@@ -96,6 +96,11 @@ public:
         return m_enabled && m_everyItemKnown && m_entries.size() >= m_minimumItemCount;
     }
 
+    // Whether, after prepare(), the painter item paints its opaque picture
+    // over every part of a viewport that shows sceneRect (scene
+    // coordinates): whatever is painted under it there cannot be seen.
+    bool paintsOver(const QRectF& sceneRect) const;
+
     // Items registered, and how many of them Qt walks now.
     int itemCount() const { return m_entries.size(); }
     int liveItemCount() const { return m_topLevel.size(); }
@@ -123,6 +128,31 @@ private:
         QGraphicsItem* item;
         QRect extent;         // device pixels it painted in the whole picture
         bool changed = false; // a member of m_changed
+    };
+
+    // Where in the stacking order a slot was when the whole picture was
+    // rendered: the key of its place, which stays valid as others come and go.
+    struct SlotKey
+    {
+        qreal z;
+        quint64 seq;
+    };
+    // The slots of the whole picture by the device pixels they painted in,
+    // in square cells, so that a paint of a small area visits the slots near
+    // it rather than every slot.
+    class ExtentGrid
+    {
+    public:
+        void reset(const QSize& size);
+        void add(const QRect& extent, const SlotKey& key);
+        // Appends the key of every slot whose extent may meet area.
+        void collect(const QRect& area, QVector<SlotKey>* keys) const;
+
+    private:
+        QRect cellsOf(const QRect& extent) const;
+        QSize m_size;
+        int m_columns = 0;
+        QVector<QVector<SlotKey>> m_cells;
     };
 
     void paintViewport(QPainter* painter, QWidget* widget);
@@ -203,7 +233,10 @@ private:
     // where items that have left painted in it.
     QSet<QGraphicsItem*> m_changed;
     QRegion m_leftArea;
-    // Where the changed area is painted afresh, kept between paints.
+    ExtentGrid m_grid;
+    // Where the changed area is painted afresh, and where the background is
+    // painted for the comparison; both kept between paints.
     QImage m_scratch;
+    QImage m_probe;
     int m_picturesRendered;
 };
