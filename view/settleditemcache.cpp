@@ -187,6 +187,12 @@ SettledItemCache* SettledItemCache::of(QGraphicsScene* scene)
 
 void SettledItemCache::addShapeItem(QGraphicsItem* item)
 {
+    // A layer filled again while old items wait: they all go first, in one
+    // run. Qt's index sorts its new items before each removal that follows an
+    // addition, so removals between additions would cost the whole index
+    // each; and new items then take the memory the old ones free.
+    while (!m_disposals.isEmpty())
+        disposeLast();
     Entry entry;
     entry.seq = m_nextSeq++;
     m_entries.insert(item, entry);

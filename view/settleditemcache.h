@@ -62,10 +62,11 @@ public:
     // Takes over the items of shapes that are deleted together, as those of
     // a layer that is emptied, and deletes them. Few items, or any live
     // ones, go at once; many settled ones are forgotten at once and deleted
-    // a slice at a time while the event loop is idle. Until then they sit
-    // hidden in their chunks, where nothing paints, hits or hovers them: Qt
-    // takes about a microsecond to take an item out of a scene, and a layer of
-    // 10^5 shapes holds 3 * 10^5 items.
+    // a slice at a time while the event loop is idle, or all in one run when
+    // a new shape's item arrives first. Until then they sit hidden in their
+    // chunks, where nothing paints, hits or hovers them: Qt takes about a
+    // microsecond to take an item out of a scene, and a layer of 10^5 shapes
+    // holds over 2 * 10^5 items.
     void disposeItems(const QVector<QGraphicsItem*>& items);
     // Items waiting to be deleted.
     int pendingDisposals() const { return m_disposals.size(); }
