@@ -305,8 +305,10 @@ void SettledItemCache::disposeItems(const QVector<QGraphicsItem*>& items)
     m_changed.clear();
     m_leftArea = QRegion();
     QVector<QGraphicsItem*> now;
-    const int waiting = m_disposals.size();
-    m_disposals.reserve(waiting + items.size());
+    m_disposals.reserve(m_disposals.size() + items.size());
+    // Held at its size while it empties: a hash that shrinks as it goes
+    // rehashes itself again and again.
+    m_entries.reserve(m_entries.size());
     for (QGraphicsItem* item : items) {
         const auto entry = m_entries.constFind(item);
         if (entry == m_entries.cend()) {
@@ -324,14 +326,12 @@ void SettledItemCache::disposeItems(const QVector<QGraphicsItem*>& items)
         // emptied walks ever more empty buckets.
         m_entries.remove(item);
     }
+    m_entries.squeeze();
     for (auto it = m_entries.begin(); it != m_entries.end(); ++it) {
         it->placed = false;
         m_unplaced.insert(it.key());
     }
-    std::sort(m_disposals.begin() + waiting, m_disposals.end(),
-              [](const Disposal& a, const Disposal& b) { return a.item < b.item; });
-    std::inplace_merge(m_disposals.begin(), m_disposals.begin() + waiting, m_disposals.end(),
-                       [](const Disposal& a, const Disposal& b) { return a.item < b.item; });
+    m_disposalsSorted = m_disposals.size() <= 1;
     for (QGraphicsItem* item : qAsConst(now)) {
         if (item->scene())
             item->scene()->removeItem(item);
@@ -341,8 +341,15 @@ void SettledItemCache::disposeItems(const QVector<QGraphicsItem*>& items)
     m_disposalTimer.start();
 }
 
+// The waiting items are sorted by address only when the first of them goes,
+// which keeps the sort out of the emptying of the layer.
 void SettledItemCache::disposeLast()
 {
+    if (!m_disposalsSorted) {
+        std::sort(m_disposals.begin(), m_disposals.end(),
+                  [](const Disposal& a, const Disposal& b) { return a.item < b.item; });
+        m_disposalsSorted = true;
+    }
     const Disposal disposal = m_disposals.takeLast();
     --disposal.chunk->used;
     if (!disposal.chunk->roomy) {

@@ -200,14 +200,16 @@ private:
     // Chunks with room for one more settled item, the last one filled first.
     QVector<Chunk*> m_roomyChunks;
     int m_chunkCount;
-    // Settled items waiting to be deleted, in rising order of address, each
-    // with its chunk; the timer deletes them from the end.
+    // Settled items waiting to be deleted, each with its chunk; sorted in
+    // rising order of address before the first goes, and deleted from the
+    // end.
     struct Disposal
     {
         QGraphicsItem* item;
         Chunk* chunk;
     };
     QVector<Disposal> m_disposals;
+    bool m_disposalsSorted = true;
     QTimer m_disposalTimer;
     QSet<QGraphicsItem*> m_unplaced;
     QSet<QGraphicsItem*> m_foreign;
