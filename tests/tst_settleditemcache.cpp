@@ -67,6 +67,7 @@ private slots:
     void aWindowClosedWhileItemsWaitTakesThemAlong();
     void theBackgroundIsLeftToThePictureOnlyWhereItCoversTheViewport_data();
     void theBackgroundIsLeftToThePictureOnlyWhereItCoversTheViewport();
+    void aViewportThatDoesNotFillItselfShowsWhatQtPaints();
 };
 
 void tst_SettledItemCache::settledShapesLeaveQtsWalkAndSelectedOnesJoinIt()
@@ -312,6 +313,22 @@ void tst_SettledItemCache::theBackgroundIsLeftToThePictureOnlyWhereItCoversTheVi
     Kit::flushPaints();
     QVERIFY(!w.view()->backgroundLeftToItemCache());
     cache->setEnabled(true);
+}
+
+void tst_SettledItemCache::aViewportThatDoesNotFillItselfShowsWhatQtPaints()
+{
+    EmbeddedWindow w;
+    QVERIFY(w.exposed);
+    w.view()->viewport()->setAutoFillBackground(false);
+    const QVector<long> ids = openGrid(w);
+    QCOMPARE(ids.size(), 12);
+    w.showAt(1.5, QPointF(110, 80));
+    Kit::flushPaints();
+    QCOMPARE(Kit::screenAgainstEveryItemPainted(w.view()), 0);
+    for (int index : {3, 8}) {
+        w.window()->selectShape(ids.at(index));
+        QCOMPARE(Kit::screenAgainstEveryItemPainted(w.view()), 0);
+    }
 }
 
 QTEST_MAIN(tst_SettledItemCache)

@@ -241,5 +241,8 @@ private:
     // painted for the comparison; both kept between paints.
     QImage m_scratch;
     QImage m_probe;
+    // Whether the viewport's own opaque fill covers the probe, and with it
+    // every picture painted over that background.
+    bool m_probeOpaque = false;
     int m_picturesRendered;
 };
