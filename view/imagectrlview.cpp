@@ -6,8 +6,8 @@
 #include "eventthread.h"
 #include "imagectrlscene.h"
 #include "jsontext.h"
-#include "settleditemcache.h"
 #include "numericguards.h"
+#include "settleditemcache.h"
 #include "viewpainter.h"
 
 #include "VorImage.h"
