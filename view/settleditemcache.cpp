@@ -278,8 +278,6 @@ void SettledItemCache::removeItem(QGraphicsItem* item)
 // order moves half the index per item.
 void SettledItemCache::removeItemsFromScene(QVector<QGraphicsItem*> items)
 {
-    if (items.size() > kMostChangedItems)
-        m_whole.valid = false;
     for (QGraphicsItem* item : qAsConst(items))
         removeItem(item);
     std::sort(items.begin(), items.end(), std::greater<QGraphicsItem*>());
@@ -351,11 +349,7 @@ void SettledItemCache::disposeLast()
         m_disposalsSorted = true;
     }
     const Disposal disposal = m_disposals.takeLast();
-    --disposal.chunk->used;
-    if (!disposal.chunk->roomy) {
-        disposal.chunk->roomy = true;
-        m_roomyChunks.append(disposal.chunk);
-    }
+    freePlaceIn(disposal.chunk);
     m_scene->removeItem(disposal.item);
     delete disposal.item;
 }
@@ -464,10 +458,14 @@ void SettledItemCache::lift(QGraphicsItem* item)
 
 void SettledItemCache::leaveChunk(Entry& entry)
 {
-    Chunk* chunk = entry.chunk;
-    if (!chunk)
+    if (!entry.chunk)
         return;
+    freePlaceIn(entry.chunk);
     entry.chunk = nullptr;
+}
+
+void SettledItemCache::freePlaceIn(Chunk* chunk)
+{
     --chunk->used;
     if (!chunk->roomy) {
         chunk->roomy = true;

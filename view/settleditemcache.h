@@ -176,6 +176,8 @@ private:
     void settle(QGraphicsItem* item);
     void lift(QGraphicsItem* item);
     void leaveChunk(Entry& entry);
+    // One item fewer in chunk, which then has room.
+    void freePlaceIn(Chunk* chunk);
     // Items of this scene that leave it together: each is forgotten as by
     // removeItem(), then taken out of the scene, in the order that costs Qt
     // least. The caller deletes them.
